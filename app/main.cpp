@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/mainwindow.h"
+#include "app/startup.h"
+#include "image/filename.h"
+
+#include <QApplication>
+#include <QTranslator>
+
+int main(int argc, char* argv[])
+{
+    app::prepare();
+    QApplication application(argc, argv);
+    QTranslator translator;
+    app::installCatalogue(translator);
+    MainWindow window;
+    if (argc >= 2) {
+        window.openFileCmdLine(image::decodeFileName(argv[1]));
+    }
+    window.show();
+    return QApplication::exec();
+}

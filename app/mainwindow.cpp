@@ -1,0 +1,174 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/mainwindow.h"
+
+#include "app/settingsdocument.h"
+#include "image/memoryarea.h"
+#include "image/settingsfile.h"
+#include "ui_mainwindow.h"
+
+#include <QDropEvent>
+#include <QSignalMapper>
+
+namespace {
+
+constexpr int startPage = 0;
+
+/// A title takes "[*]" as the place of a mark for changes; doubled, it stands for itself.
+QString literalTitle(QString text)
+{
+    return text.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+}
+
+} // namespace
+
+MainWindow::MainWindow(QWidget* parent)
+    : QMainWindow(parent), ui(std::make_unique<Ui::MainWindow>())
+{
+    ui->setupUi(this);
+    m_version = QStringLiteral(MIOLKA_VERSION);
+    ui->tabWidget->removeTab(ui->tabWidget->indexOf(ui->tab));
+    createMemoryAreas();
+    m_document = new cMySettingsDocument(*m_image, *ui->actionSave, *this);
+    qRegisterMetaType<QVector<QString>>("QVector<QString>");
+    connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::tabWidgetChanged);
+    connectFileActions();
+    setupAppName();
+    openFileDialog(QStringLiteral("NewFile"));
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::createMemoryAreas()
+{
+    m_image = new cMyMemoryArea(this);
+    m_image->setObjectName(QStringLiteral("settingsImage"));
+    m_image->setData(image::settingsImageSize - 1, 0);
+    auto* second = new cMyMemoryArea(this);
+    second->setObjectName(QStringLiteral("secondArea"));
+}
+
+void MainWindow::connectFileActions()
+{
+    auto* open = new QSignalMapper(this);
+    open->setMapping(ui->actionNew, QStringLiteral("NewFile"));
+    open->setMapping(ui->actionOpen, QStringLiteral("OpenFile"));
+    auto* save = new QSignalMapper(this);
+    save->setMapping(ui->actionSave, QStringLiteral("Save"));
+    save->setMapping(ui->actionSaveAs, QStringLiteral("SaveAs"));
+    const auto map = QOverload<>::of(&QSignalMapper::map);
+    connect(ui->actionNew, &QAction::triggered, open, map);
+    connect(ui->actionOpen, &QAction::triggered, open, map);
+    connect(open, &QSignalMapper::mappedString, this, &MainWindow::openFileDialog);
+    connect(ui->actionSave, &QAction::triggered, save, map);
+    connect(ui->actionSaveAs, &QAction::triggered, save, map);
+    connect(save, &QSignalMapper::mappedString, this, &MainWindow::saveFileDialog);
+    connect(ui->actionExit, &QAction::triggered, this, &MainWindow::close);
+}
+
+void MainWindow::openFileCmdLine(const QString& path)
+{
+    if (m_document->openFileCmdLine(path)) {
+        setupAppName();
+    }
+}
+
+void MainWindow::openFileDialog(const QString& mode)
+{
+    if (m_document->openFileDialog(mode)) {
+        setupAppName();
+    }
+}
+
+void MainWindow::openDropped(const QString& path)
+{
+    if (!isLocked()) {
+        m_document->openDropped(path);
+        setupAppName();
+    }
+}
+
+void MainWindow::saveFileDialog(const QString& mode)
+{
+    m_document->saveFileDialog(mode);
+    setupAppName();
+}
+
+void MainWindow::openFile(const QString& path)
+{
+    m_document->openFile(path);
+}
+
+bool MainWindow::saveFile(const QString& path)
+{
+    return m_document->saveFile(path);
+}
+
+void MainWindow::setupAppName()
+{
+    QString title = QStringLiteral("MIOLKAsoft v") + m_version;
+    const QString path = m_document->canonicalPath();
+    if (!path.isEmpty()) {
+        title += QStringLiteral(" --- ") + literalTitle(path);
+    }
+    setWindowTitle(title);
+}
+
+void MainWindow::tabWidgetChanged(int index)
+{
+    if (index == startPage) {
+        emit statusRequested();
+    }
+}
+
+void MainWindow::newDataRead(MemoryType area, quint32 address, QVector<quint8> bytes)
+{
+    if (area == EEPROM) {
+        m_image->setData(address, std::move(bytes));
+    }
+}
+
+void MainWindow::simulationInProgress(bool state)
+{
+    const std::initializer_list<QWidget*> locked = {ui->menuBar, ui->mainToolBar, ui->tabStart,
+                                                    ui->tabTimery, ui->tabKomunikaty};
+    for (QWidget* widget : locked) {
+        widget->setEnabled(!state);
+    }
+    if (state) {
+        disconnect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::tabWidgetChanged);
+    } else {
+        connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::tabWidgetChanged);
+    }
+}
+
+bool MainWindow::isLocked() const
+{
+    return !ui->menuBar->isEnabled();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    const bool copyable = event->possibleActions().testFlag(Qt::CopyAction);
+    if (copyable && !isLocked() &&
+        !cMySettingsDocument::droppedFile(*event->mimeData()).isEmpty()) {
+        // Never the source's own proposal: after a move it would delete the file.
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+    }
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    const QString path = cMySettingsDocument::droppedFile(*event->mimeData());
+    if (path.isEmpty() || isLocked()) {
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    // The program that the file was dragged from waits until this returns; the question whether
+    // to keep changes must not hold it up.
+    QMetaObject::invokeMethod(
+        this, [this, path] { openDropped(path); }, Qt::QueuedConnection);
+}

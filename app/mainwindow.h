@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_APP_MAINWINDOW_H
+#define MIOLKA_APP_MAINWINDOW_H
+
+#include "image/memorytype.h"
+
+#include <QMainWindow>
+#include <QStringList>
+#include <QVector>
+
+#include <memory>
+
+class cMyMemoryArea;
+class cMySettingsDocument;
+
+namespace Ui {
+class MainWindow;
+}
+
+/// The program's one window. It owns the settings image and joins the objects that work on it;
+/// what they do is theirs.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// Builds the window with the built-in default settings loaded.
+    explicit MainWindow(QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    /// Opens the settings file named on the command line; an empty path does nothing.
+    void openFileCmdLine(const QString& path);
+
+public slots:
+    /// New ("NewFile") or Open ("OpenFile"), with the question whether to keep changes.
+    void openFileDialog(const QString& mode);
+
+    /// Save ("Save") or Save As ("SaveAs").
+    void saveFileDialog(const QString& mode);
+
+    /// Applies a settings file to the image. Faults are silent.
+    void openFile(const QString& path);
+
+    /// Writes the image to a settings file; false, quietly, if that fails.
+    bool saveFile(const QString& path);
+
+    /// Shows the version and the current file in the title.
+    void setupAppName();
+
+    /// Asks for the device's status when the start page comes up.
+    void tabWidgetChanged(int index);
+
+    /// Takes bytes read from the device into the settings image; only EEPROM holds settings.
+    void newDataRead(MemoryType area, quint32 address, QVector<quint8> bytes);
+
+    /// Locks what must not touch the device while a simulation has it. The end of a simulation
+    /// must be reported exactly once for each start.
+    void simulationInProgress(bool state);
+
+signals:
+    /// The lines in file are to be written to that memory of the device.
+    void writeToMiolka(MemoryType area, QStringList& file);
+
+    /// That memory of the device is to be read with the request lines in file.
+    void readFromMiolka(MemoryType area, QStringList& file);
+
+    /// The start page wants the device's present status.
+    void statusRequested();
+
+protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void createMemoryAreas();
+    void connectFileActions();
+    void openDropped(const QString& path);
+    [[nodiscard]] bool isLocked() const;
+
+    std::unique_ptr<Ui::MainWindow> ui;
+    QString m_version;
+    cMyMemoryArea* m_image = nullptr;
+    cMySettingsDocument* m_document = nullptr;
+};
+
+#endif

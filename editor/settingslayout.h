@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_EDITOR_SETTINGSLAYOUT_H
+#define MIOLKA_EDITOR_SETTINGSLAYOUT_H
+
+#include <QByteArray>
+#include <QString>
+#include <QVector>
+
+/// How a field's bytes are read. Numbers are little-endian.
+enum class FieldEncoding {
+    Unsigned, ///< unsigned integer: displayed value times factor
+    Signed,   ///< two's complement integer: displayed value times factor
+    Text,     ///< Latin-1, ended by a zero byte
+    Bytes,    ///< single unsigned bytes
+};
+
+/// One field of the settings image.
+struct cMySettingsField
+{
+    QString name;     ///< unique; members of rules read "messageRule07.threshold"
+    int address = 0;  ///< of the first byte, 0 to 1023
+    int width = 0;    ///< in bytes
+    FieldEncoding encoding = FieldEncoding::Unsigned;
+    double factor = 1;       ///< stored units for each displayed unit
+    double minimum = 0;      ///< least displayed value of a number
+    double maximum = 0;      ///< greatest displayed value of a number
+    QByteArray defaultBytes; ///< what the built-in default settings hold, width bytes
+    QString unit;            ///< as displayed, without brackets; empty if there is none
+    QString optionTable;     ///< base name of the table of offered values; empty if there is none
+};
+
+/// The one table that says what the settings image holds.
+namespace editor {
+
+/// Every field in the order of its address. Bytes of the image that no field covers belong to the
+/// device and are kept as they are.
+[[nodiscard]] const QVector<cMySettingsField>& settingsFields();
+
+} // namespace editor
+
+#endif

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_IMAGE_FILENAME_H
+#define MIOLKA_IMAGE_FILENAME_H
+
+#include <QByteArray>
+#include <QString>
+
+/// File names that came in as bytes. A name that is not valid UTF-8 must neither open nor create
+/// some other file whose name merely looks like it.
+namespace image {
+
+/// The name as text. Bytes that are not valid UTF-8 become lone surrogates, which no file name
+/// can hold: isEncodable() is false for such a name.
+[[nodiscard]] QString decodeFileName(const QByteArray& utf8);
+
+/// Whether the text can be turned into the bytes of exactly one file name.
+[[nodiscard]] bool isEncodable(const QString& path);
+
+/// Whether the path does not stand for the file it came from: it cannot be encoded, or it holds
+/// the replacement character (as file dialogs show undecodable names) and there is no such file.
+[[nodiscard]] bool isMangled(const QString& path);
+
+} // namespace image
+
+#endif
