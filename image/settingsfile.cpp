@@ -24,9 +24,23 @@ bool isRegularFile(const QString& path)
     return image::isEncodable(path) && QFileInfo(path).isFile();
 }
 
+/// Such a link would itself be replaced by the file.
+bool isLinkInALoop(const QString& path)
+{
+    constexpr int mostLinks = 40;
+    QFileInfo file(path);
+    int links = 0;
+    while (file.isSymLink() && links < mostLinks) {
+        file.setFile(file.symLinkTarget());
+        ++links;
+    }
+    return links == mostLinks;
+}
+
 bool mayBeReplaced(const QString& path)
 {
-    return !image::isMangled(path) && (!QFileInfo::exists(path) || isRegularFile(path));
+    return !image::isMangled(path) && !isLinkInALoop(path) &&
+           (!QFileInfo::exists(path) || isRegularFile(path));
 }
 
 } // namespace

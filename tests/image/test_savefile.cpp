@@ -1,0 +1,375 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "image/settingsfile.h"
+
+#include "tests/support/posix.h"
+#include "tests/support/template.h"
+
+#include <QDir>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <atomic>
+#include <csignal>
+#include <sys/mman.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+/// Writing settings files: whatever happens, the path holds the old contents or the new.
+class TestSaveFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void templateIsSixtyFiveLines();
+    void anUneditedFileIsSavedAsItWas();
+    void onlyTheFirst1024BytesAreSaved();
+    void savingClearsTheModifiedFlag();
+    void symbolicLinksAreFollowed();
+    void fileModesAreKept();
+    void whatCannotBeReplacedIsLeftAlone_data();
+    void whatCannotBeReplacedIsLeftAlone();
+    void aWriteProtectedFileIsLeftAlone();
+    void aDirectoryThatTakesNoFileIsWrittenInPlace();
+    void aLimitAtEveryByte();
+    void aDiskThatIsFull();
+    void killedAtAnyMoment();
+
+private:
+    [[nodiscard]] QString path(const char* name = "settings.mio") const
+    {
+        return m_directory->filePath(QString::fromUtf8(name));
+    }
+    std::unique_ptr<QTemporaryDir> m_directory;
+};
+
+namespace {
+
+const QByteArray oldText = "these bytes are not ours to lose";
+
+void fill(cMyMemoryArea& area, quint8 value)
+{
+    area.setData(0, QVector<quint8>(1024, value));
+}
+
+QByteArray filledText(char value)
+{
+    return support::settingsText(QByteArray(1024, value));
+}
+
+QStringList entriesOf(const QString& directory)
+{
+    return QDir(directory).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
+                                     QDir::NoDotAndDotDot);
+}
+
+/// Lets a file grow to this many bytes and no further, as a disk does that fills up.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    Q_DISABLE_COPY_MOVE(FileSizeLimit)
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int);
+};
+
+/// A small file system of its own; unmounted at the end.
+class SmallDisk
+{
+public:
+    SmallDisk(QString path, const char* options) : m_path(std::move(path))
+    {
+        QDir().mkpath(m_path);
+        m_mounted = mount("tmpfs", m_path.toUtf8().constData(), "tmpfs", 0, options) == 0;
+    }
+    ~SmallDisk()
+    {
+        if (m_mounted) {
+            umount(m_path.toUtf8().constData());
+        }
+    }
+    Q_DISABLE_COPY_MOVE(SmallDisk)
+    [[nodiscard]] bool isMounted() const { return m_mounted; }
+
+private:
+    QString m_path;
+    bool m_mounted;
+};
+
+/// Saves one image after the other to the path until it is killed; tells whether a save is going on.
+[[noreturn]] void saveForever(const QString& path, std::atomic<bool>& saving)
+{
+    cMyMemoryArea one;
+    cMyMemoryArea other;
+    fill(one, 0x11);
+    fill(other, 0xEE);
+    for (;;) {
+        saving = true;
+        image::writeSettingsFile(path, one);
+        saving = false;
+        saving = true;
+        image::writeSettingsFile(path, other);
+        saving = false;
+    }
+}
+
+} // namespace
+
+void TestSaveFile::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_directory->isValid());
+}
+
+void TestSaveFile::templateIsSixtyFiveLines()
+{
+    cMyMemoryArea area;
+    QVERIFY(image::readSettingsFile(QStringLiteral(":/pliki/clear.mio"), area));
+    QVERIFY(image::writeSettingsFile(path(), area));
+    const QByteArray text = support::readFile(path());
+    const QList<QByteArray> lines = text.split('\n');
+    QCOMPARE(lines.size(), 65);
+    for (int i = 0; i < 64; ++i) {
+        QCOMPARE(lines.at(i).size(), 43);
+    }
+    QCOMPARE(lines.last(), QByteArray(":00000001FF"));
+    QCOMPARE(text, support::settingsText(support::templateImage()));
+}
+
+void TestSaveFile::anUneditedFileIsSavedAsItWas()
+{
+    const quint32 seed = QRandomGenerator::global()->generate();
+    QRandomGenerator random(seed);
+    for (int round = 0; round < 50; ++round) {
+        QByteArray image(1024, '\0');
+        for (char& byte : image) {
+            byte = static_cast<char>(random.generate());
+        }
+        support::writeFile(path(), support::settingsText(image));
+        cMyMemoryArea area;
+        QVERIFY(image::readSettingsFile(path(), area));
+        QVERIFY(image::writeSettingsFile(path("copy.mio"), area));
+        QVERIFY2(support::readFile(path("copy.mio")) == support::readFile(path()),
+                 qPrintable(QString::number(seed)));
+    }
+}
+
+void TestSaveFile::onlyTheFirst1024BytesAreSaved()
+{
+    cMyMemoryArea area;
+    fill(area, 0x11);
+    area.setData(1024, 0x77);
+    QVERIFY(image::writeSettingsFile(path(), area));
+    QCOMPARE(support::readFile(path()), filledText(0x11));
+}
+
+void TestSaveFile::savingClearsTheModifiedFlag()
+{
+    cMyMemoryArea area;
+    fill(area, 0x11);
+    QVERIFY(!image::writeSettingsFile(m_directory->path(), area));
+    QVERIFY(area.isModified());
+    QVERIFY(image::writeSettingsFile(path(), area));
+    QVERIFY(!area.isModified());
+}
+
+void TestSaveFile::symbolicLinksAreFollowed()
+{
+    QVERIFY(QDir(m_directory->path()).mkdir(QStringLiteral("far")));
+    support::writeFile(path("far/real.mio"), oldText);
+    QVERIFY(QFile::link(QStringLiteral("far/real.mio"), path("near.mio")));
+    QVERIFY(QFile::link(path("near.mio"), path("link.mio")));
+    cMyMemoryArea area;
+    fill(area, 0x11);
+    QVERIFY(image::writeSettingsFile(path("link.mio"), area));
+    QVERIFY(QFileInfo(path("link.mio")).isSymLink());
+    QVERIFY(QFileInfo(path("near.mio")).isSymLink());
+    QVERIFY(!QFileInfo(path("far/real.mio")).isSymLink());
+    QCOMPARE(support::readFile(path("far/real.mio")), filledText(0x11));
+}
+
+void TestSaveFile::fileModesAreKept()
+{
+    for (const mode_t mode : {0600U, 0640U, 0664U, 0755U}) {
+        support::writeFile(path(), oldText);
+        const QByteArray name = path().toUtf8();
+        QCOMPARE(chmod(name.constData(), mode), 0);
+        cMyMemoryArea area;
+        fill(area, 0x11);
+        QVERIFY(image::writeSettingsFile(path(), area));
+        struct stat state{};
+        QCOMPARE(stat(name.constData(), &state), 0);
+        QCOMPARE(state.st_mode & 07777U, mode);
+    }
+}
+
+void TestSaveFile::whatCannotBeReplacedIsLeftAlone_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("empty name") << QString();
+    QTest::newRow("directory") << QStringLiteral(".");
+    QTest::newRow("missing directory") << QStringLiteral("missing/settings.mio");
+    QTest::newRow("FIFO") << QStringLiteral("fifo");
+    QTest::newRow("lone surrogate") << QStringLiteral("a") + QChar(0xDC80) + QStringLiteral(".mio");
+    QTest::newRow("NUL") << QStringLiteral("a") + QChar(QChar::Null) + QStringLiteral(".mio");
+    QTest::newRow("undecodable") << QStringLiteral("a\uFFFD.mio");
+    QTest::newRow("link to itself") << QStringLiteral("loop");
+}
+
+void TestSaveFile::whatCannotBeReplacedIsLeftAlone()
+{
+    QFETCH(QString, name);
+    QCOMPARE(mkfifo(path("fifo").toUtf8().constData(), 0600), 0);
+    QVERIFY(QFile::link(path("loop"), path("loop")));
+    const QStringList before = entriesOf(m_directory->path());
+    cMyMemoryArea area;
+    fill(area, 0x11);
+    QVERIFY(!image::writeSettingsFile(name.isEmpty() ? name : m_directory->filePath(name), area));
+    QVERIFY(area.isModified());
+    QCOMPARE(entriesOf(m_directory->path()), before);
+    QVERIFY(QFileInfo(path("loop")).isSymLink());
+}
+
+void TestSaveFile::aWriteProtectedFileIsLeftAlone()
+{
+    support::writeFile(path(), oldText);
+    QCOMPARE(chmod(path().toUtf8().constData(), 0444), 0);
+    QCOMPARE(chmod(m_directory->path().toUtf8().constData(), 0777), 0);
+    cMyMemoryArea area;
+    fill(area, 0x11);
+    {
+        const support::WithoutPrivileges nobody;
+        QVERIFY(!image::writeSettingsFile(path(), area));
+    }
+    QVERIFY(area.isModified());
+    QCOMPARE(support::readFile(path()), oldText);
+    QCOMPARE(entriesOf(m_directory->path()), QStringList{QStringLiteral("settings.mio")});
+}
+
+void TestSaveFile::aDirectoryThatTakesNoFileIsWrittenInPlace()
+{
+    support::writeFile(path(), oldText);
+    QCOMPARE(chmod(path().toUtf8().constData(), 0666), 0);
+    QCOMPARE(chmod(m_directory->path().toUtf8().constData(), 0555), 0);
+    cMyMemoryArea area;
+    fill(area, 0x11);
+    {
+        const support::WithoutPrivileges nobody;
+        QVERIFY(!image::writeSettingsFile(path("new.mio"), area));
+        QVERIFY(area.isModified());
+        QVERIFY(image::writeSettingsFile(path(), area));
+    }
+    QCOMPARE(support::readFile(path()), filledText(0x11));
+    QCOMPARE(chmod(m_directory->path().toUtf8().constData(), 0755), 0);
+}
+
+void TestSaveFile::aLimitAtEveryByte()
+{
+    cMyMemoryArea area;
+    fill(area, 0x11);
+    support::writeFile(path(), oldText);
+    const QByteArray newText = filledText(0x11);
+    for (int limit = 0; limit < newText.size(); ++limit) {
+        bool saved = false;
+        {
+            const FileSizeLimit full(static_cast<rlim_t>(limit));
+            saved = image::writeSettingsFile(path(), area);
+        }
+        QVERIFY2(!saved, qPrintable(QString::number(limit)));
+        QVERIFY(area.isModified());
+        QCOMPARE(support::readFile(path()), oldText);
+        QCOMPARE(entriesOf(m_directory->path()).size(), 1);
+    }
+    const FileSizeLimit enough(static_cast<rlim_t>(newText.size()));
+    QVERIFY(image::writeSettingsFile(path(), area));
+    QCOMPARE(support::readFile(path()), newText);
+}
+
+void TestSaveFile::aDiskThatIsFull()
+{
+    constexpr int page = 4096;
+    int refused = 0;
+    int saved = 0;
+    for (int pages = 2; pages <= 8; ++pages) {
+        for (int fillerPages = 0; fillerPages <= pages; ++fillerPages) {
+            const QString disk = m_directory->filePath(QStringLiteral("disk"));
+            const QByteArray options = "size=" + QByteArray::number(pages * page);
+            const SmallDisk tmpfs(disk, options.constData());
+            if (!tmpfs.isMounted()) {
+                QSKIP("a tmpfs cannot be mounted here: the sweep over free space was not run");
+            }
+            support::writeFile(disk + QStringLiteral("/settings.mio"), oldText);
+            QFile filler(disk + QStringLiteral("/filler"));
+            QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+            filler.write(QByteArray(fillerPages * page, 'x'));
+            cMyMemoryArea area;
+            fill(area, 0x11);
+            const bool done =
+                image::writeSettingsFile(disk + QStringLiteral("/settings.mio"), area);
+            QCOMPARE(support::readFile(disk + QStringLiteral("/settings.mio")),
+                     done ? filledText(0x11) : oldText);
+            QCOMPARE(area.isModified(), !done);
+            QCOMPARE(entriesOf(disk).size(), 2);
+            ++(done ? saved : refused);
+        }
+    }
+    QVERIFY(saved > 0);
+    QVERIFY(refused > 0);
+}
+
+void TestSaveFile::killedAtAnyMoment()
+{
+    constexpr int kills = 1000;
+    const QByteArray one = filledText(0x11);
+    const QByteArray other = filledText(static_cast<char>(0xEE));
+    support::writeFile(path(), one);
+    const quint32 seed = QRandomGenerator::global()->generate();
+    QRandomGenerator random(seed);
+    void* const shared = mmap(nullptr, sizeof(std::atomic<bool>), PROT_READ | PROT_WRITE,
+                              MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    QVERIFY(shared != MAP_FAILED);
+    auto& saving = *new (shared) std::atomic<bool>(false);
+    int amidASave = 0;
+    int changed = 0;
+    QByteArray last = one;
+    for (int round = 0; round < kills; ++round) {
+        const pid_t child = fork();
+        QVERIFY(child >= 0);
+        if (child == 0) {
+            saveForever(path(), saving);
+        }
+        QTest::qSleep(1);
+        usleep(random.bounded(2000U));
+        QCOMPARE(kill(child, SIGKILL), 0);
+        QCOMPARE(waitpid(child, nullptr, 0), child);
+        const QByteArray now = support::readFile(path());
+        QVERIFY2(now == one || now == other, qPrintable(QString::number(seed)));
+        changed += now == last ? 0 : 1;
+        last = now;
+        amidASave += saving ? 1 : 0;
+    }
+    munmap(shared, sizeof(std::atomic<bool>));
+    qInfo("%d kills, %d amid a save, the other contents found %d times", kills, amidASave, changed);
+    QVERIFY(amidASave > kills / 2);
+    QVERIFY(changed > kills / 10);
+}
+
+QTEST_GUILESS_MAIN(TestSaveFile)
+#include "test_savefile.moc"

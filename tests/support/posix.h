@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_TESTS_SUPPORT_POSIX_H
+#define MIOLKA_TESTS_SUPPORT_POSIX_H
+
+#include <QFile>
+#include <QString>
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+/// What the tests of files ask of the system underneath.
+namespace support {
+
+/// Root may read and write everything; while this lives, the test is nobody in particular.
+class WithoutPrivileges
+{
+public:
+    WithoutPrivileges() : m_user(geteuid())
+    {
+        // The real user too: it is the one whose permissions access() tells.
+        constexpr uid_t nobody = 65534;
+        if (m_user == 0 && setresuid(nobody, nobody, m_user) != 0) {
+            qFatal("cannot give up root for a while");
+        }
+    }
+    ~WithoutPrivileges()
+    {
+        if (geteuid() != m_user && setresuid(m_user, m_user, m_user) != 0) {
+            qFatal("cannot become root again");
+        }
+    }
+    Q_DISABLE_COPY_MOVE(WithoutPrivileges)
+
+private:
+    uid_t m_user;
+};
+
+/// The most memory that this process has ever held, in KiB.
+inline long peakMemory()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+inline void writeFile(const QString& path, const QByteArray& contents)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size()) {
+        qFatal("cannot write %s", qPrintable(path));
+    }
+}
+
+inline QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qFatal("cannot read %s", qPrintable(path));
+    }
+    return file.readAll();
+}
+
+} // namespace support
+
+#endif
