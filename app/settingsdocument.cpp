@@ -83,7 +83,8 @@ QString cMySettingsDocument::canonicalPath() const
 {
     // Asked anew each time: the file may have come or gone since the path was taken.
     const QString path = m_file.filePath();
-    return path.isEmpty() || image::isMangled(path) ? QString() : QFileInfo(path).canonicalFilePath();
+    return path.isEmpty() || image::isMangled(path) ? QString()
+                                                    : QFileInfo(path).canonicalFilePath();
 }
 
 QString cMySettingsDocument::droppedFile(const QMimeData& data)
@@ -103,9 +104,8 @@ void cMySettingsDocument::askToKeepChanges()
     if (!m_image.isModified() || !m_opened) {
         return;
     }
-    const QMessageBox::StandardButton answer =
-        QMessageBox::question(&m_window, tr("Miolka"), tr("Zachować zmiany?"),
-                              QMessageBox::Yes | QMessageBox::No);
+    const QMessageBox::StandardButton answer = QMessageBox::question(
+        &m_window, tr("Miolka"), tr("Zachować zmiany?"), QMessageBox::Yes | QMessageBox::No);
     if (answer == QMessageBox::Yes) {
         m_saveAction.trigger();
     }

@@ -107,8 +107,8 @@ QByteArray defaultBytesOf(const Row& row)
 }
 
 template <std::size_t RowCount>
-void appendRows(QVector<cMySettingsField>& fields, const Row (&rows)[RowCount], const QString& prefix,
-                int base)
+void appendRows(QVector<cMySettingsField>& fields, const Row (&rows)[RowCount],
+                const QString& prefix, int base)
 {
     for (const Row& row : rows) {
         cMySettingsField field;
@@ -127,8 +127,8 @@ void appendRows(QVector<cMySettingsField>& fields, const Row (&rows)[RowCount], 
 }
 
 template <std::size_t RowCount>
-void appendRules(QVector<cMySettingsField>& fields, const Row (&members)[RowCount], const char* name,
-                 int address, int count)
+void appendRules(QVector<cMySettingsField>& fields, const Row (&members)[RowCount],
+                 const char* name, int address, int count)
 {
     for (int rule = 0; rule < count; ++rule) {
         const QString prefix = QStringLiteral("%1%2.")

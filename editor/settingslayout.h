@@ -19,9 +19,9 @@ enum class FieldEncoding {
 /// One field of the settings image.
 struct cMySettingsField
 {
-    QString name;     ///< unique; members of rules read "messageRule07.threshold"
-    int address = 0;  ///< of the first byte, 0 to 1023
-    int width = 0;    ///< in bytes
+    QString name;    ///< unique; members of rules read "messageRule07.threshold"
+    int address = 0; ///< of the first byte, 0 to 1023
+    int width = 0;   ///< in bytes
     FieldEncoding encoding = FieldEncoding::Unsigned;
     double factor = 1;       ///< stored units for each displayed unit
     double minimum = 0;      ///< least displayed value of a number

@@ -156,8 +156,8 @@ quint8 recordChecksum(quint16 offset, quint8 type, quint16 segment, const quint8
 bool isChecksumRight(const cMyRecordFields& fields) noexcept
 {
     constexpr quint16 noSegment = 0; // a line that was read never carries one
-    return recordChecksum(fields.offset, fields.type, noSegment, fields.data.data(),
-                          fields.size) == fields.checksum;
+    return recordChecksum(fields.offset, fields.type, noSegment, fields.data.data(), fields.size) ==
+           fields.checksum;
 }
 
 quint8 standardChecksum(const cMyRecordFields& fields) noexcept

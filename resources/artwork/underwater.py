@@ -8,7 +8,7 @@ the first 1100 x 650 pixels; the rest continues it, so that a large window has n
 """
 import random
 
-WIDTH, HEIGHT = 3840, 2160
+WIDTH, HEIGHT = 2560, 1440
 SUN = 620
 
 random.seed(1004)
@@ -70,9 +70,9 @@ for _ in range(34):
     parts.append(fish(random.gauss(760, 120), random.gauss(300, 46), .45 + distance * .45,
                       .35 + distance * .4))
 parts.append('</g>')
-for column, low, high in ((318, 130, 640), (346, 60, 420), (1010, 200, 700), (2200, 300, 1500)):
+for column, low, high in ((318, 130, 640), (346, 60, 420), (1010, 200, 700), (1900, 200, 1000)):
     parts += [bubble(column + random.gauss(0, 13), random.uniform(low, high),
                      random.choice((2.5, 3, 4, 5, 7, 10))) for _ in range(17)]
-parts += [ridge(1820, 130, '#031c27'), ridge(1960, 170, '#02141d'), ridge(2090, 120, '#010b11'),
+parts += [ridge(1180, 90, '#031c27'), ridge(1290, 120, '#02141d'), ridge(1390, 90, '#010b11'),
           f'<rect width="{WIDTH}" height="{HEIGHT}" filter="url(#grain)"/>', '</svg>']
 print('\n'.join(parts))

@@ -26,7 +26,8 @@ void TestFileName::validUtf8IsKept_data()
     QTest::newRow("plain") << QByteArray("dir/settings file.mio");
     QTest::newRow("Polish") << QByteArray("/tmp/\xC5\xBC\xC3\xB3\xC5\x82w.mio");
     QTest::newRow("beyond the first plane") << QByteArray("\xF0\x9F\x90\xA0.mio");
-    QTest::newRow("leading byte-order mark") << QByteArray("\xEF\xBB\xBF" "a.mio");
+    QTest::newRow("leading byte-order mark") << QByteArray("\xEF\xBB\xBF"
+                                                           "a.mio");
     QTest::newRow("a replacement character") << QByteArray("a\xEF\xBF\xBD.mio");
     QTest::newRow("empty") << QByteArray("");
 }

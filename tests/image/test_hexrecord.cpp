@@ -115,8 +115,8 @@ void TestHexRecord::otherStartCodesAreRejected()
 void TestHexRecord::countOverTheDataIsRejected()
 {
     QVERIFY(!cMyHexRecord().fromString(QStringLiteral(":10000000") + zeros(20)));
-    QVERIFY(!cMyHexRecord().fromString(QStringLiteral(":10000000") + zeros(20) +
-                                       QStringLiteral("F0")));
+    QVERIFY(
+        !cMyHexRecord().fromString(QStringLiteral(":10000000") + zeros(20) + QStringLiteral("F0")));
 }
 
 void TestHexRecord::addressRecordsAsRead_data()
@@ -127,7 +127,8 @@ void TestHexRecord::addressRecordsAsRead_data()
     QTest::newRow("our own form, segment 0") << QStringLiteral(":000000040000FC") << false;
     QTest::newRow("public form, segment 1") << QStringLiteral(":020000040001F9") << false;
     QTest::newRow("public form, segment 0") << QStringLiteral(":020000040000FA") << false;
-    QTest::newRow("the sum of a record without segment") << QStringLiteral(":020000041234FC") << true;
+    QTest::newRow("the sum of a record without segment")
+        << QStringLiteral(":020000041234FC") << true;
 }
 
 void TestHexRecord::addressRecordsAsRead()
@@ -148,7 +149,8 @@ void TestHexRecord::textAfterTheChecksumIsIgnored()
 
 void TestHexRecord::charactersOutsideAsciiAreNoDigits()
 {
-    const QString line = QStringLiteral(":010020004" "29D");
+    const QString line = QStringLiteral(":010020004"
+                                        "29D");
     QVERIFY(cMyHexRecord().fromString(line));
     for (int position = 1; position < line.size(); ++position) {
         QString changed = line;
@@ -173,12 +175,12 @@ void TestHexRecord::whatAFailureLeavesBehind_data()
     QTest::newRow("start code") << QStringLiteral(";01123400") << 0x20 << 0 << before;
     QTest::newRow("type") << QStringLiteral(":011234xx") << 0x20 << 0 << before;
     QTest::newRow("data") << QStringLiteral(":021234001x") << 0x1234 << 0 << QVector<quint8>();
-    QTest::newRow("later data") << QStringLiteral(":0212340511xx")
-                                << 0x1234 << 5 << QVector<quint8>{0x11};
-    QTest::newRow("short") << QStringLiteral(":0312340511227")
-                           << 0x1234 << 5 << QVector<quint8>{0x11, 0x22, 0x07};
-    QTest::newRow("checksum") << QStringLiteral(":011234003300")
-                              << 0x1234 << 0 << QVector<quint8>{0x33};
+    QTest::newRow("later data") << QStringLiteral(":0212340511xx") << 0x1234 << 5
+                                << QVector<quint8>{0x11};
+    QTest::newRow("short") << QStringLiteral(":0312340511227") << 0x1234 << 5
+                           << QVector<quint8>{0x11, 0x22, 0x07};
+    QTest::newRow("checksum") << QStringLiteral(":011234003300") << 0x1234 << 0
+                              << QVector<quint8>{0x33};
 }
 
 void TestHexRecord::whatAFailureLeavesBehind()

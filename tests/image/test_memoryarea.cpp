@@ -116,7 +116,8 @@ void TestMemoryArea::hexOfTheSettingsImage()
     const QStringList lines = area.toHex(0, 1024, 16);
     QCOMPARE(lines.size(), 65);
     for (int i = 0; i < 64; ++i) {
-        QCOMPARE(lines.at(i).mid(3, 4), QStringLiteral("%1").arg(16 * i, 4, 16, QLatin1Char('0')).toUpper());
+        QCOMPARE(lines.at(i).mid(3, 4),
+                 QStringLiteral("%1").arg(16 * i, 4, 16, QLatin1Char('0')).toUpper());
     }
     QCOMPARE(lines.join(QLatin1Char('\n')).toLatin1(), support::settingsText(image));
 }
@@ -125,9 +126,10 @@ void TestMemoryArea::hexOfAShortLastRecord()
 {
     cMyMemoryArea area;
     area.setData(1023, 0);
-    QCOMPARE(area.toHex(0, 20, 16), (QStringList{QStringLiteral(":10000000") + QString(32, QLatin1Char('0')) + QStringLiteral("F0"),
-                                                 QStringLiteral(":0400040000000000F8"),
-                                                 QStringLiteral(":00000001FF")}));
+    QCOMPARE(area.toHex(0, 20, 16),
+             (QStringList{QStringLiteral(":10000000") + QString(32, QLatin1Char('0')) +
+                              QStringLiteral("F0"),
+                          QStringLiteral(":0400040000000000F8"), QStringLiteral(":00000001FF")}));
 }
 
 void TestMemoryArea::hexOfNothing()
@@ -163,7 +165,8 @@ void TestMemoryArea::hexOfMissingBytes()
     cMyMemoryArea area;
     area.setData(0, {0x11, 0x22});
     QCOMPARE(area.toHex(0, 8, 4),
-             (QStringList{QStringLiteral(":0200040011 22C7").remove(QLatin1Char(' ')), QStringLiteral(":00000001FF")}));
+             (QStringList{QStringLiteral(":0200040011 22C7").remove(QLatin1Char(' ')),
+                          QStringLiteral(":00000001FF")}));
 }
 
 void TestMemoryArea::hexOfAnEmptyArea()

@@ -113,7 +113,8 @@ private:
     bool m_mounted;
 };
 
-/// Saves one image after the other to the path until it is killed; tells whether a save is going on.
+/// Saves one image after the other to the path until it is killed; tells whether a save is going
+/// on.
 [[noreturn]] void saveForever(const QString& path, std::atomic<bool>& saving)
 {
     cMyMemoryArea one;
@@ -214,7 +215,9 @@ void TestSaveFile::fileModesAreKept()
         cMyMemoryArea area;
         fill(area, 0x11);
         QVERIFY(image::writeSettingsFile(path(), area));
-        struct stat state{};
+        struct stat state
+        {
+        };
         QCOMPARE(stat(name.constData(), &state), 0);
         QCOMPARE(state.st_mode & 07777U, mode);
     }

@@ -81,8 +81,8 @@ void TestSettingsFile::contents_data()
     QTest::newRow("canonical") << support::settingsText(defaults) << defaults;
     QTest::newRow("carriage returns") << support::settingsText(defaults, "\r\n") << defaults;
     QTest::newRow("lower case") << support::settingsText(defaults).toLower() << defaults;
-    QTest::newRow("blank lines and tabs") << "\n \t" + one + "\r\n\r\n\t" + two + " \n" + end
-                                          << bothApplied();
+    QTest::newRow("blank lines and tabs")
+        << "\n \t" + one + "\r\n\r\n\t" + two + " \n" + end << bothApplied();
     QTest::newRow("no end record") << one + '\n' + two << bothApplied();
     QTest::newRow("nothing after the end record")
         << one + '\n' + end + '\n' + two << firstApplied();
@@ -96,15 +96,13 @@ void TestSettingsFile::contents_data()
     QTest::newRow("comment") << one + "\n; comment\n" + two << firstApplied();
     QTest::newRow("two records on a line") << one + ' ' + two << bothApplied();
     QTest::newRow("count over the data") << one + "\n:FF001000112233\n" + two << firstApplied();
-    QTest::newRow("count under the data, sum in its place")
-        << one + "\n:020010001122BB445566\n" << bothApplied();
+    QTest::newRow("count under the data, sum in its place") << one + "\n:020010001122BB445566\n"
+                                                            << bothApplied();
     QTest::newRow("odd digits") << one + "\n:020010001122B\n" + two << firstApplied();
     QTest::newRow("sign for a digit") << one + "\n:02001000+1-2BB\n" + two << firstApplied();
-    QTest::newRow("standard address record") << one + "\n:020000040000FA\n" + two
-                                             << firstApplied();
+    QTest::newRow("standard address record") << one + "\n:020000040000FA\n" + two << firstApplied();
     QTest::newRow("short address record") << one + "\n:000000040000FC\n" + two << firstApplied();
-    QTest::newRow("data whatever the type") << one + "\n:020010031122EB\n"
-                                            << firstApplied();
+    QTest::newRow("data whatever the type") << one + "\n:020010031122EB\n" << firstApplied();
     QTest::newRow("data of an unknown type") << one + "\n:020010031122ED\n" << bothApplied();
     QTest::newRow("empty") << QByteArray() << none;
     QTest::newRow("white space") << QByteArray(" \r\n\t\n") << none;
@@ -189,9 +187,8 @@ void TestSettingsFile::namesThatCannotBeEncodedAreNotRead()
     // What an encoder would make of a lone surrogate; it must not be taken for that file.
     support::writeFile(path("a?.mio"), first);
     cMyMemoryArea area;
-    QVERIFY(!image::readSettingsFile(m_directory.filePath(QStringLiteral("a") + QChar(0xDCFF) +
-                                                          QStringLiteral(".mio")),
-                                     area));
+    QVERIFY(!image::readSettingsFile(
+        m_directory.filePath(QStringLiteral("a") + QChar(0xDCFF) + QStringLiteral(".mio")), area));
     QVERIFY(!image::readSettingsFile(path("a?.mio") + QChar(QChar::Null), area));
     QVERIFY(!area.isModified());
 }

@@ -78,12 +78,18 @@ void TestWordReader::splitsAtAsciiWhiteSpaceOnly_data()
     QTest::newRow("all kinds") << QByteArray("a b\tc\nd\ve\ff\rg\r\n\r\nh")
                                << QList<QByteArray>{"a", "b", "c", "d", "e", "f", "g", "h"};
     QTest::newRow("NUL") << QByteArray("a\0b", 3) << QList<QByteArray>{QByteArray("a\0b", 3)};
-    QTest::newRow("byte-order mark") << QByteArray("\xEF\xBB\xBF:00")
-                                     << QList<QByteArray>{"\xEF\xBB\xBF:00"};
-    QTest::newRow("no-break space") << QByteArray("a\xC2\xA0" "b\xA0" "c")
-                                    << QList<QByteArray>{"a\xC2\xA0" "b\xA0" "c"};
-    QTest::newRow("other controls") << QByteArray("a\x1C\x1F\x85\x08" "b")
-                                    << QList<QByteArray>{"a\x1C\x1F\x85\x08" "b"};
+    QTest::newRow("byte-order mark")
+        << QByteArray("\xEF\xBB\xBF:00") << QList<QByteArray>{"\xEF\xBB\xBF:00"};
+    QTest::newRow("no-break space") << QByteArray("a\xC2\xA0"
+                                                  "b\xA0"
+                                                  "c")
+                                    << QList<QByteArray>{"a\xC2\xA0"
+                                                         "b\xA0"
+                                                         "c"};
+    QTest::newRow("other controls") << QByteArray("a\x1C\x1F\x85\x08"
+                                                  "b")
+                                    << QList<QByteArray>{"a\x1C\x1F\x85\x08"
+                                                         "b"};
 }
 
 void TestWordReader::splitsAtAsciiWhiteSpaceOnly()
@@ -110,8 +116,8 @@ void TestWordReader::overlongWordsAreCut()
     const QByteArray record = ":00000001FF";
     for (const int length : {520, 521, 522, 65535, 65536, 65537, 200000}) {
         const QByteArray text = record + ' ' + QByteArray(length, 'x') + '\n' + record;
-        QCOMPARE(wordsOf(text), (QList<QByteArray>{record, QByteArray(std::min(length, 521), 'x'),
-                                                   record}));
+        QCOMPARE(wordsOf(text),
+                 (QList<QByteArray>{record, QByteArray(std::min(length, 521), 'x'), record}));
     }
 }
 
