@@ -54,10 +54,11 @@ bool cMySettingsDocument::openFileCmdLine(const QString& path)
 void cMySettingsDocument::saveFileDialog(const QString& mode)
 {
     QString path;
-    if (mode == QLatin1String("Save")) {
+    // The path as it was given: making it absolute would already replace what cannot be encoded.
+    if (mode == QLatin1String("Save") && !image::isMangled(m_file.filePath())) {
         path = m_file.absoluteFilePath();
     }
-    if (path.isEmpty() || image::isMangled(path)) {
+    if (path.isEmpty()) {
         path = QFileDialog::getSaveFileName(&m_window, tr("Zapisz do pliku"), m_file.absolutePath(),
                                             tr("Pliki nastaw (*.mio)"));
         if (path.isEmpty()) {
@@ -91,7 +92,7 @@ QString cMySettingsDocument::droppedFile(const QMimeData& data)
 {
     const QList<QUrl> urls = data.urls();
     for (const QUrl& url : urls) {
-        const QString path = url.toLocalFile();
+        QString path = url.toLocalFile();
         if (QFileInfo(path).isFile()) {
             return path;
         }

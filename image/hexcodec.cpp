@@ -15,12 +15,12 @@ constexpr std::array<qint8, 256> makeDigitTable()
     for (auto& value : table) {
         value = notADigit;
     }
-    for (int digit = 0; digit < 10; ++digit) {
-        table[static_cast<std::size_t>('0' + digit)] = static_cast<qint8>(digit);
+    for (std::size_t digit = 0; digit < 10; ++digit) {
+        table['0' + digit] = static_cast<qint8>(digit);
     }
-    for (int digit = 10; digit < 16; ++digit) {
-        table[static_cast<std::size_t>('A' + digit - 10)] = static_cast<qint8>(digit);
-        table[static_cast<std::size_t>('a' + digit - 10)] = static_cast<qint8>(digit);
+    for (std::size_t digit = 10; digit < 16; ++digit) {
+        table['A' + digit - 10] = static_cast<qint8>(digit);
+        table['a' + digit - 10] = static_cast<qint8>(digit);
     }
     return table;
 }

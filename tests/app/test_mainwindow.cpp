@@ -51,7 +51,11 @@ private:
     template <typename Widget>
     static Widget* child(const MainWindow& window, const char* name)
     {
-        return window.findChild<Widget*>(QString::fromLatin1(name));
+        auto* found = window.findChild<Widget*>(QString::fromLatin1(name));
+        if (found == nullptr) {
+            qFatal("the window has no %s", name);
+        }
+        return found;
     }
 };
 
@@ -101,12 +105,10 @@ void TestMainWindow::theHiddenPageStaysAlive()
     MainWindow window;
     window.show();
     const auto* page = child<QWidget>(window, "tab");
-    QVERIFY(page != nullptr);
     QVERIFY(!page->isVisible());
     QCOMPARE(page->findChildren<QGroupBox*>().size(), 2);
     for (const char* name : {"lsetMaxDepth", "lsetDiveTime"}) {
         const auto* edit = child<QLineEdit>(window, name);
-        QVERIFY(edit != nullptr);
         QVERIFY(page->isAncestorOf(edit));
     }
 }
@@ -143,7 +145,6 @@ void TestMainWindow::actions()
     QFETCH(QString, shortcut);
     const MainWindow window;
     const auto* action = child<QAction>(window, QTest::currentDataTag());
-    QVERIFY(action != nullptr);
     QCOMPARE(action->text(), text);
     QCOMPARE(action->icon().isNull(), !hasIcon);
     QVERIFY(!hasIcon || !action->icon().pixmap(24).isNull());

@@ -42,6 +42,7 @@ private slots:
     void commandLineFile();
     void commandLineFileThatIsMissing();
     void commandLineNameThatIsEmpty();
+    void commandLineNameThatIsNoUtf8_data();
     void commandLineNameThatIsNoUtf8();
     void namesWithBlanksAndLetters_data();
     void namesWithBlanksAndLetters();
@@ -314,13 +315,23 @@ void TestSettingsDocument::commandLineNameThatIsEmpty()
     QCOMPARE(shownPath(), path("four.mio"));
 }
 
+void TestSettingsDocument::commandLineNameThatIsNoUtf8_data()
+{
+    QTest::addColumn<bool>("isRelative");
+    QTest::newRow("absolute") << false;
+    QTest::newRow("relative") << true;
+}
+
 void TestSettingsDocument::commandLineNameThatIsNoUtf8()
 {
+    QFETCH(bool, isRelative);
     for (const char* lookalike : {"a?.mio", "a\xEF\xBF\xBD.mio"}) {
         support::writeFile(path(lookalike), fourBytes);
     }
     const QStringList before = QDir(m_directory->path()).entryList();
-    m_window->openFileCmdLine(image::decodeFileName(path("a").toUtf8() + "\xFF.mio"));
+    QVERIFY(QDir::setCurrent(m_directory->path()));
+    const QString name = isRelative ? QStringLiteral("a") : path("a");
+    m_window->openFileCmdLine(image::decodeFileName(name.toUtf8() + "\xFF.mio"));
     QCOMPARE(bytes(), support::templateImage());
     QCOMPARE(m_window->windowTitle(), QStringLiteral("MIOLKAsoft v1.0.4.0"));
     m_user->dismiss();
