@@ -113,22 +113,67 @@ private:
     bool m_mounted;
 };
 
-/// Saves one image after the other to the path until it is killed; tells whether a save is going
-/// on.
-[[noreturn]] void saveForever(const QString& path, std::atomic<bool>& saving)
+/// A process that saves one image after the other to a path until it is killed.
+class EndlessSaver
 {
-    cMyMemoryArea one;
-    cMyMemoryArea other;
-    fill(one, 0x11);
-    fill(other, 0xEE);
-    for (;;) {
-        saving = true;
-        image::writeSettingsFile(path, one);
-        saving = false;
-        saving = true;
-        image::writeSettingsFile(path, other);
-        saving = false;
+public:
+    explicit EndlessSaver(const QString& path)
+    {
+        progress().isSaving = false;
+        m_child = fork();
+        if (m_child == 0) {
+            saveForever(path);
+        }
     }
+    ~EndlessSaver()
+    {
+        kill(m_child, SIGKILL);
+        waitpid(m_child, nullptr, 0);
+    }
+    Q_DISABLE_COPY_MOVE(EndlessSaver)
+
+    /// What such processes tell about themselves, in memory that they share with the test.
+    struct Progress
+    {
+        std::atomic<bool> isSaving;
+        std::atomic<int> saves;
+    };
+    static Progress& progress()
+    {
+        static void* const shared = mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE,
+                                         MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+        static auto* const progress = new (shared) Progress{{false}, {0}};
+        return *progress;
+    }
+
+private:
+    [[noreturn]] static void saveForever(const QString& path)
+    {
+        cMyMemoryArea images[2];
+        fill(images[0], 0x11);
+        fill(images[1], 0xEE);
+        for (int i = 0;; ++i) {
+            progress().isSaving = true;
+            image::writeSettingsFile(path, images[i % 2]);
+            progress().isSaving = false;
+            ++progress().saves;
+        }
+    }
+
+    pid_t m_child = -1;
+};
+
+/// Microseconds that a new process needs for its first few saves.
+unsigned timeOfFirstSaves(const QString& path)
+{
+    constexpr int few = 4;
+    QElapsedTimer clock;
+    clock.start();
+    const EndlessSaver saver(path);
+    while (EndlessSaver::progress().saves < few) {
+        usleep(10);
+    }
+    return static_cast<unsigned>(clock.nsecsElapsed() / 1000);
 }
 
 } // namespace
@@ -345,30 +390,22 @@ void TestSaveFile::killedAtAnyMoment()
     support::writeFile(path(), one);
     const quint32 seed = QRandomGenerator::global()->generate();
     QRandomGenerator random(seed);
-    void* const shared = mmap(nullptr, sizeof(std::atomic<bool>), PROT_READ | PROT_WRITE,
-                              MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    QVERIFY(shared != MAP_FAILED);
-    auto& saving = *new (shared) std::atomic<bool>(false);
+    EndlessSaver::progress();
+    const unsigned window = timeOfFirstSaves(path());
     int amidASave = 0;
     int changed = 0;
-    QByteArray last = one;
+    QByteArray last = support::readFile(path());
     for (int round = 0; round < kills; ++round) {
-        const pid_t child = fork();
-        QVERIFY(child >= 0);
-        if (child == 0) {
-            saveForever(path(), saving);
+        {
+            const EndlessSaver saver(path());
+            usleep(random.bounded(window));
         }
-        QTest::qSleep(1);
-        usleep(random.bounded(2000U));
-        QCOMPARE(kill(child, SIGKILL), 0);
-        QCOMPARE(waitpid(child, nullptr, 0), child);
         const QByteArray now = support::readFile(path());
         QVERIFY2(now == one || now == other, qPrintable(QString::number(seed)));
         changed += now == last ? 0 : 1;
         last = now;
-        amidASave += saving ? 1 : 0;
+        amidASave += EndlessSaver::progress().isSaving ? 1 : 0;
     }
-    munmap(shared, sizeof(std::atomic<bool>));
     qInfo("%d kills, %d amid a save, the other contents found %d times", kills, amidASave, changed);
     QVERIFY(amidASave > kills / 2);
     QVERIFY(changed > kills / 10);

@@ -107,7 +107,7 @@ void TestSettingsFile::contents_data()
     QTest::newRow("empty") << QByteArray() << none;
     QTest::newRow("white space") << QByteArray(" \r\n\t\n") << none;
     QTest::newRow("byte-order mark") << "\xEF\xBB\xBF" + one << none;
-    QTest::newRow("UTF-16") << QByteArray("\xFF\xFE:\0000\0004\0", 10) << none;
+    QTest::newRow("UTF-16") << QByteArray::fromHex("FFFE3A0030003400") << none;
     QTest::newRow("NUL before") << QByteArray(1, '\0') + one << none;
     QTest::newRow("NUL inside") << one + '\n' + QByteArray(two).replace(5, 1, QByteArray(1, '\0'))
                                 << firstApplied();

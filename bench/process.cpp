@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "bench/process.h"
+
+#include <chrono>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace bench {
+
+Usage run(const std::vector<std::string>& command)
+{
+    std::vector<char*> arguments;
+    for (const std::string& word : command) {
+        arguments.push_back(const_cast<char*>(word.c_str()));
+    }
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+
+    Usage usage;
+    const auto start = std::chrono::steady_clock::now();
+    pid_t child = 0;
+    if (posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ) == 0) {
+        int status = 0;
+        rusage resources{};
+        wait4(child, &status, 0, &resources);
+        usage.peakKiB = resources.ru_maxrss;
+        usage.succeeded = WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    }
+    usage.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    posix_spawn_file_actions_destroy(&actions);
+    return usage;
+}
+
+} // namespace bench
