@@ -35,6 +35,7 @@ private slots:
     void toolBar();
     void deviceActionsAreDisabledFromTheStart();
     void styleSheets();
+    void theStartPageShowsItsPicture();
     void sizeIsAsDesigned();
     void everyTextIsEnglish();
     void startsWithoutADialogOnTheTemplate();
@@ -212,6 +213,21 @@ void TestMainWindow::styleSheets()
     QCOMPARE(tabs, start + QStringLiteral("\nQWidget#tabTimery {\n") + gradient +
                        QStringLiteral("\n}\nQWidget#tabKomunikaty {\n") + gradient +
                        QStringLiteral("\n}"));
+}
+
+void TestMainWindow::theStartPageShowsItsPicture()
+{
+    MainWindow window;
+    window.show();
+    child<QTabWidget>(window, "tabWidget")->setCurrentIndex(0);
+    QCoreApplication::processEvents();
+    auto* page = child<QWidget>(window, "tabStart");
+    const QImage shown = page->grab().toImage();
+    const QImage picture(QStringLiteral(":/grafika/grafika/odslona2_soft_max_05.jpg"));
+    for (const QPoint& point : {QPoint(600, 30), QPoint(30, 500), QPoint(900, 400)}) {
+        QCOMPARE(shown.pixelColor(point), picture.pixelColor(point));
+    }
+    QCOMPARE(page->palette().color(QPalette::WindowText), QColor(Qt::white));
 }
 
 void TestMainWindow::sizeIsAsDesigned()
