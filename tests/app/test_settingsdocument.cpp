@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QDir>
 #include <QTemporaryDir>
+#include <QToolBar>
 
 #include <sys/stat.h>
 
@@ -50,6 +51,7 @@ private slots:
     void theTitleShowsMarksLiterally();
     void bytesOfAnUneditedFileComeBack();
     void shortcuts();
+    void toolBarButtons();
 
 private:
     [[nodiscard]] QString path(const char* name) const
@@ -414,6 +416,31 @@ void TestSettingsDocument::shortcuts()
     press(Qt::Key_N);
     QCOMPARE(bytes(), support::templateImage());
     press(Qt::Key_Q);
+    QVERIFY(!m_window->isVisible());
+}
+
+void TestSettingsDocument::toolBarButtons()
+{
+    const auto* bar = m_window->findChild<QToolBar*>(QStringLiteral("mainToolBar"));
+    const auto click = [this, bar](const char* name) {
+        QTest::mouseClick(
+            bar->widgetForAction(m_window->findChild<QAction*>(QString::fromLatin1(name))),
+            Qt::LeftButton);
+    };
+    m_user->press(QMessageBox::No);
+    m_user->chooseFile(path("other.mio"));
+    click("actionOpen");
+    QCOMPARE(shownPath(), path("other.mio"));
+    area().setData(0, 'y');
+    click("actionSave");
+    QCOMPARE(support::readFile(path("other.mio")),
+             support::settingsText(QByteArray(1024, 'x').replace(0, 1, "y")));
+    m_user->chooseFile(path("copy.mio"));
+    click("actionSaveAs");
+    QCOMPARE(shownPath(), path("copy.mio"));
+    click("actionNew");
+    QCOMPARE(bytes(), support::templateImage());
+    click("actionExit");
     QVERIFY(!m_window->isVisible());
 }
 

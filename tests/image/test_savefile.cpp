@@ -1,10 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "image/settingsfile.h"
-
 #include "tests/support/posix.h"
-#include "tests/support/template.h"
+#include "tests/support/savedfiles.h"
 
 #include <QDir>
 #include <QRandomGenerator>
@@ -14,7 +12,6 @@
 #include <atomic>
 #include <csignal>
 #include <sys/mman.h>
-#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -36,7 +33,6 @@ private slots:
     void aWriteProtectedFileIsLeftAlone();
     void aDirectoryThatTakesNoFileIsWrittenInPlace();
     void aLimitAtEveryByte();
-    void aDiskThatIsFull();
     void killedAtAnyMoment();
 
 private:
@@ -49,23 +45,10 @@ private:
 
 namespace {
 
-const QByteArray oldText = "these bytes are not ours to lose";
-
-void fill(cMyMemoryArea& area, quint8 value)
-{
-    area.setData(0, QVector<quint8>(1024, value));
-}
-
-QByteArray filledText(char value)
-{
-    return support::settingsText(QByteArray(1024, value));
-}
-
-QStringList entriesOf(const QString& directory)
-{
-    return QDir(directory).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
-                                     QDir::NoDotAndDotDot);
-}
+using support::entriesOf;
+using support::fill;
+using support::filledText;
+using support::oldText;
 
 /// Lets a file grow to this many bytes and no further, as a disk does that fills up.
 class FileSizeLimit
@@ -88,29 +71,6 @@ public:
 private:
     rlimit m_before{};
     void (*m_handler)(int);
-};
-
-/// A small file system of its own; unmounted at the end.
-class SmallDisk
-{
-public:
-    SmallDisk(QString path, const char* options) : m_path(std::move(path))
-    {
-        QDir().mkpath(m_path);
-        m_mounted = mount("tmpfs", m_path.toUtf8().constData(), "tmpfs", 0, options) == 0;
-    }
-    ~SmallDisk()
-    {
-        if (m_mounted) {
-            umount(m_path.toUtf8().constData());
-        }
-    }
-    Q_DISABLE_COPY_MOVE(SmallDisk)
-    [[nodiscard]] bool isMounted() const { return m_mounted; }
-
-private:
-    QString m_path;
-    bool m_mounted;
 };
 
 /// A process that saves one image after the other to a path until it is killed.
@@ -348,38 +308,6 @@ void TestSaveFile::aLimitAtEveryByte()
     const FileSizeLimit enough(static_cast<rlim_t>(newText.size()));
     QVERIFY(image::writeSettingsFile(path(), area));
     QCOMPARE(support::readFile(path()), newText);
-}
-
-void TestSaveFile::aDiskThatIsFull()
-{
-    constexpr int page = 4096;
-    int refused = 0;
-    int saved = 0;
-    for (int pages = 2; pages <= 8; ++pages) {
-        for (int fillerPages = 0; fillerPages <= pages; ++fillerPages) {
-            const QString disk = m_directory->filePath(QStringLiteral("disk"));
-            const QByteArray options = "size=" + QByteArray::number(pages * page);
-            const SmallDisk tmpfs(disk, options.constData());
-            if (!tmpfs.isMounted()) {
-                QSKIP("a tmpfs cannot be mounted here: the sweep over free space was not run");
-            }
-            support::writeFile(disk + QStringLiteral("/settings.mio"), oldText);
-            QFile filler(disk + QStringLiteral("/filler"));
-            QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-            filler.write(QByteArray(fillerPages * page, 'x'));
-            cMyMemoryArea area;
-            fill(area, 0x11);
-            const bool done =
-                image::writeSettingsFile(disk + QStringLiteral("/settings.mio"), area);
-            QCOMPARE(support::readFile(disk + QStringLiteral("/settings.mio")),
-                     done ? filledText(0x11) : oldText);
-            QCOMPARE(area.isModified(), !done);
-            QCOMPARE(entriesOf(disk).size(), 2);
-            ++(done ? saved : refused);
-        }
-    }
-    QVERIFY(saved > 0);
-    QVERIFY(refused > 0);
 }
 
 void TestSaveFile::killedAtAnyMoment()

@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tests/support/posix.h"
+#include "tests/support/savedfiles.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <sched.h>
+#include <sys/mount.h>
+
+/// Saving on a disk that has no room: whatever happens, the path holds the old contents or the new.
+class TestFullDisk : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void oldOrNewAtEveryAmountOfFreeSpace();
+    void oldWhenThereIsNoRoomForAnotherFile();
+
+private:
+    QTemporaryDir m_directory;
+};
+
+namespace {
+
+using support::entriesOf;
+using support::fill;
+using support::filledText;
+using support::oldText;
+
+/// A small file system of its own; unmounted at the end.
+class SmallDisk
+{
+public:
+    SmallDisk(QString path, const char* options) : m_path(std::move(path))
+    {
+        QDir().mkpath(m_path);
+        m_mounted = mount("tmpfs", m_path.toUtf8().constData(), "tmpfs", 0, options) == 0;
+    }
+    ~SmallDisk()
+    {
+        if (m_mounted) {
+            umount(m_path.toUtf8().constData());
+        }
+    }
+    Q_DISABLE_COPY_MOVE(SmallDisk)
+    [[nodiscard]] bool isMounted() const { return m_mounted; }
+
+private:
+    QString m_path;
+    bool m_mounted;
+};
+
+} // namespace
+
+void TestFullDisk::initTestCase()
+{
+    // Who is not root may still mount in a namespace of their own, where the system allows that.
+    if (geteuid() != 0 && unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
+        qInfo("no namespace to mount in");
+    }
+}
+
+void TestFullDisk::oldOrNewAtEveryAmountOfFreeSpace()
+{
+    constexpr int page = 4096;
+    int refused = 0;
+    int saved = 0;
+    for (int pages = 2; pages <= 8; ++pages) {
+        for (int fillerPages = 0; fillerPages <= pages; ++fillerPages) {
+            const QString disk = m_directory.filePath(QStringLiteral("disk"));
+            const QByteArray options = "size=" + QByteArray::number(pages * page);
+            const SmallDisk tmpfs(disk, options.constData());
+            if (!tmpfs.isMounted()) {
+                QSKIP("a tmpfs cannot be mounted here: the sweep over free space was not run");
+            }
+            support::writeFile(disk + QStringLiteral("/settings.mio"), oldText);
+            QFile filler(disk + QStringLiteral("/filler"));
+            QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+            filler.write(QByteArray(fillerPages * page, 'x'));
+            cMyMemoryArea area;
+            fill(area, 0x11);
+            const bool done =
+                image::writeSettingsFile(disk + QStringLiteral("/settings.mio"), area);
+            QCOMPARE(support::readFile(disk + QStringLiteral("/settings.mio")),
+                     done ? filledText(0x11) : oldText);
+            QCOMPARE(area.isModified(), !done);
+            QCOMPARE(entriesOf(disk).size(), 2);
+            ++(done ? saved : refused);
+        }
+    }
+    QVERIFY(saved > 0);
+    QVERIFY(refused > 0);
+}
+
+void TestFullDisk::oldWhenThereIsNoRoomForAnotherFile()
+{
+    const QString disk = m_directory.filePath(QStringLiteral("disk"));
+    const SmallDisk tmpfs(disk, "size=64k,nr_inodes=2"); // its root and one file
+    if (!tmpfs.isMounted()) {
+        QSKIP("a tmpfs cannot be mounted here: saving without room for a file was not run");
+    }
+    const QString path = disk + QStringLiteral("/settings.mio");
+    support::writeFile(path, oldText);
+    cMyMemoryArea area;
+    fill(area, 0x11);
+    QVERIFY(!image::writeSettingsFile(path, area));
+    QVERIFY(area.isModified());
+    QCOMPARE(support::readFile(path), oldText);
+}
+
+QTEST_GUILESS_MAIN(TestFullDisk)
+#include "test_fulldisk.moc"
