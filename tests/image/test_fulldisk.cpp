@@ -16,7 +16,6 @@ class TestFullDisk : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void oldOrNewAtEveryAmountOfFreeSpace();
     void oldWhenThereIsNoRoomForAnotherFile();
 
@@ -54,15 +53,25 @@ private:
     bool m_mounted;
 };
 
-} // namespace
-
-void TestFullDisk::initTestCase()
+/// Who is not root may still mount in a namespace of their own, where the system allows that. Only
+/// a process without threads may enter one, so this comes before the test's watchdog.
+void enterNamespaceUnlessRoot()
 {
-    // Who is not root may still mount in a namespace of their own, where the system allows that.
-    if (geteuid() != 0 && unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
-        qInfo("no namespace to mount in");
+    const QByteArray user = QByteArray::number(geteuid());
+    const QByteArray group = QByteArray::number(getegid());
+    if (user == "0") {
+        return;
     }
+    if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
+        qInfo("no namespace to mount in");
+        return;
+    }
+    support::writeFile(QStringLiteral("/proc/self/setgroups"), "deny");
+    support::writeFile(QStringLiteral("/proc/self/uid_map"), "0 " + user + " 1");
+    support::writeFile(QStringLiteral("/proc/self/gid_map"), "0 " + group + " 1");
 }
+
+} // namespace
 
 void TestFullDisk::oldOrNewAtEveryAmountOfFreeSpace()
 {
@@ -112,5 +121,12 @@ void TestFullDisk::oldWhenThereIsNoRoomForAnotherFile()
     QCOMPARE(support::readFile(path), oldText);
 }
 
-QTEST_GUILESS_MAIN(TestFullDisk)
+int main(int argc, char* argv[])
+{
+    enterNamespaceUnlessRoot();
+    const QCoreApplication application(argc, argv);
+    TestFullDisk test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "test_fulldisk.moc"
