@@ -47,6 +47,14 @@ QString Desktop::run(const QString& program, const QStringList& arguments) const
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
+QString Desktop::search(const QString& pattern) const
+{
+    return run(QStringLiteral("xdotool"),
+               {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
+                pattern})
+        .section(QLatin1Char('\n'), 0, 0);
+}
+
 QString Desktop::focus(const QString& pattern) const
 {
     constexpr int patience = 10000;
@@ -54,16 +62,15 @@ QString Desktop::focus(const QString& pattern) const
     QElapsedTimer clock;
     clock.start();
     while (clock.elapsed() < patience) {
-        const QString window = run(QStringLiteral("xdotool"),
-                                   {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                                    QStringLiteral("--name"), pattern})
-                                   .section(QLatin1Char('\n'), 0, 0);
+        QString window = search(pattern);
         if (!window.isEmpty()) {
-            // A new window takes its keyboard focus only once it has drawn itself.
+            // A new window may still be claiming the keyboard for itself; let it finish first.
             QThread::msleep(4 * pause);
             run(QStringLiteral("xdotool"), {QStringLiteral("windowfocus"), window});
             QThread::msleep(4 * pause);
-            return window;
+            if (run(QStringLiteral("xdotool"), {QStringLiteral("getwindowfocus")}) == window) {
+                return window;
+            }
         }
         QThread::msleep(pause);
     }
@@ -77,10 +84,7 @@ QString Desktop::title(const QString& window) const
 
 bool Desktop::isShown(const QString& pattern) const
 {
-    return !run(QStringLiteral("xdotool"),
-                {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                 QStringLiteral("--name"), pattern})
-                .isEmpty();
+    return !search(pattern).isEmpty();
 }
 
 void Desktop::press(const QStringList& keys) const

@@ -43,6 +43,9 @@ public:
     void photograph(const QString& name) const;
 
 private:
+    /// The number of the first visible window whose title matches; empty if there is none.
+    [[nodiscard]] QString search(const QString& pattern) const;
+
     /// The output of a command on this screen.
     QString run(const QString& program, const QStringList& arguments) const;
 
