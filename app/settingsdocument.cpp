@@ -92,8 +92,10 @@ QString cMySettingsDocument::droppedFile(const QMimeData& data)
 {
     const QList<QUrl> urls = data.urls();
     for (const QUrl& url : urls) {
+        const QByteArray encoded = url.path(QUrl::FullyEncoded).toLatin1();
+        const QString name = image::decodeFileName(QByteArray::fromPercentEncoding(encoded));
         QString path = url.toLocalFile();
-        if (QFileInfo(path).isFile()) {
+        if (image::isEncodable(name) && QFileInfo(path).isFile()) {
             return path;
         }
     }

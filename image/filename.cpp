@@ -5,9 +5,25 @@
 
 #include <QFileInfo>
 
+#include <filesystem>
+
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr QChar loneSurrogate = QChar(0xDC80);
+
+/// Takes and gives names as bytes. Qt's own paths turn what is not valid UTF-8 into replacement
+/// characters, and clean ".." out of a link's target before the links on its way are followed.
+fs::path toNative(const QString& path)
+{
+    return fs::u8path(path.toStdString());
+}
+
+QString fromNative(const fs::path& path)
+{
+    return image::decodeFileName(QByteArray::fromStdString(path.u8string()));
+}
 
 } // namespace
 
@@ -31,8 +47,35 @@ bool isEncodable(const QString& path)
 
 bool isMangled(const QString& path)
 {
-    return !isEncodable(path) ||
-           (path.contains(QChar::ReplacementCharacter) && !QFileInfo::exists(path));
+    if (!isEncodable(path) ||
+        (path.contains(QChar::ReplacementCharacter) && !QFileInfo::exists(path))) {
+        return true;
+    }
+    std::error_code error;
+    return !path.isEmpty() && !isEncodable(fromNative(fs::absolute(toNative(path), error)));
+}
+
+QString writeTarget(const QString& path)
+{
+    if (path.isEmpty() || !isEncodable(path)) {
+        return {};
+    }
+    constexpr int mostLinks = 40;
+    std::error_code error;
+    fs::path target = fs::absolute(toNative(path), error);
+    for (int links = 0; !error && links < mostLinks; ++links) {
+        if (fs::is_symlink(fs::symlink_status(target, error)) && !fs::exists(target, error)) {
+            target = target.parent_path() / fs::read_symlink(target, error);
+            continue;
+        }
+        error.clear();
+        target = fs::exists(target, error)
+                     ? fs::canonical(target, error)
+                     : fs::canonical(target.parent_path(), error) / target.filename();
+        const QString name = fromNative(target);
+        return error || !isEncodable(name) ? QString() : name;
+    }
+    return {};
 }
 
 } // namespace image

@@ -18,9 +18,15 @@ namespace image {
 /// Whether the text can be turned into the bytes of exactly one file name.
 [[nodiscard]] bool isEncodable(const QString& path);
 
-/// Whether the path does not stand for the file it came from: it cannot be encoded, or it holds
-/// the replacement character (as file dialogs show undecodable names) and there is no such file.
+/// Whether the path does not stand for the file it came from: it cannot be encoded, or it is
+/// relative to a directory whose name is not valid UTF-8, or it holds the replacement character (as
+/// file dialogs show undecodable names) and there is no such file.
 [[nodiscard]] bool isMangled(const QString& path);
+
+/// The file that opening this path for writing would open or create, symbolic links followed as
+/// the system follows them. Empty if there can be none (links in a loop, a missing directory) or if
+/// its name is not valid UTF-8.
+[[nodiscard]] QString writeTarget(const QString& path);
 
 } // namespace image
 

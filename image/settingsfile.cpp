@@ -24,23 +24,50 @@ bool isRegularFile(const QString& path)
     return image::isEncodable(path) && QFileInfo(path).isFile();
 }
 
-/// Such a link would itself be replaced by the file.
-bool isLinkInALoop(const QString& path)
+/// Writes over a file where its directory takes no new one. What is longer than the file goes
+/// behind its end first, since only that can fail for want of room; then the rest is written over
+/// the old bytes in one piece. If anything fails the old bytes are put back.
+bool overwrite(const QString& path, const QByteArray& text)
 {
-    constexpr int mostLinks = 40;
-    QFileInfo file(path);
-    int links = 0;
-    while (file.isSymLink() && links < mostLinks) {
-        file.setFile(file.symLinkTarget());
-        ++links;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered)) {
+        return false;
     }
-    return links == mostLinks;
+    const qint64 oldSize = file.size();
+    const QByteArray old = file.read(text.size());
+    const QByteArray behind = text.mid(old.size());
+    if (!file.seek(old.size()) || file.write(behind) != behind.size()) {
+        file.resize(oldSize);
+        return false;
+    }
+    if (!file.seek(0) || file.write(text.constData(), old.size()) != old.size()) {
+        file.seek(0);
+        file.write(old);
+        file.resize(oldSize);
+        return false;
+    }
+    return oldSize <= text.size() || file.resize(text.size());
 }
 
-bool mayBeReplaced(const QString& path)
+/// Stores the text beside the file and then puts it in the file's place.
+bool replace(QSaveFile& file, const QByteArray& text)
 {
-    return !image::isMangled(path) && !isLinkInALoop(path) &&
-           (!QFileInfo::exists(path) || isRegularFile(path));
+    // commit() alone may report success for contents that the disk had no room for.
+    if (file.write(text) != text.size() || !file.flush() || file.error() != QFileDevice::NoError) {
+        file.cancelWriting();
+        return false;
+    }
+    return file.commit();
+}
+
+bool store(const QString& path, const QByteArray& text)
+{
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly)) {
+        return replace(file, text);
+    }
+    const QFileInfo directory(QFileInfo(path).path());
+    return !directory.isWritable() && overwrite(path, text);
 }
 
 } // namespace
@@ -69,22 +96,12 @@ bool readSettingsFile(const QString& path, cMyMemoryArea& area)
 
 bool writeSettingsFile(const QString& path, cMyMemoryArea& area)
 {
-    if (!mayBeReplaced(path)) {
+    const QString target = isMangled(path) ? QString() : writeTarget(path);
+    if (target.isEmpty() || (QFileInfo::exists(target) && !isRegularFile(target))) {
         return false;
     }
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly)) {
-        return false;
-    }
-    const QByteArray text =
-        area.toHex(0, settingsImageSize, settingsRecordLength).join('\n').toLatin1();
-    // commit() alone may report success for contents that the disk had no room for.
-    if (file.write(text) != text.size() || !file.flush() || file.error() != QFileDevice::NoError) {
-        file.cancelWriting();
-        return false;
-    }
-    if (!file.commit()) {
+    const QStringList lines = area.toHex(0, settingsImageSize, settingsRecordLength);
+    if (!store(target, lines.join('\n').toLatin1())) {
         return false;
     }
     area.clearModified();

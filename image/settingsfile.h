@@ -27,7 +27,9 @@ bool readSettingsFile(const QString& path, cMyMemoryArea& area);
 /// An existing file is replaced in one step and only after all of the new one has been stored, so
 /// that at any moment the path holds either the old or the new contents; symbolic links are
 /// followed and the file's mode is kept. Only where the directory takes no new file is the
-/// existing one written in place. False, with the modified flag as it was, if anything fails.
+/// existing one written over, and restored if that fails; being killed in the middle of that is
+/// the one thing that can leave neither. False, with the modified flag as it was, if anything
+/// fails.
 bool writeSettingsFile(const QString& path, cMyMemoryArea& area);
 
 } // namespace image
