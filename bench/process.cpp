@@ -3,12 +3,25 @@
 
 #include "bench/process.h"
 
+#include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+namespace {
+
+pid_t runningChild = 0;
+
+void killChild(int /*signal*/)
+{
+    kill(runningChild, SIGKILL);
+}
+
+} // namespace
 
 namespace bench {
 
@@ -28,9 +41,15 @@ Usage run(const std::vector<std::string>& command)
     const auto start = std::chrono::steady_clock::now();
     pid_t child = 0;
     if (posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ) == 0) {
+        constexpr unsigned patience = 20; // a program that misses its cue would run for ever
+        runningChild = child;
+        std::signal(SIGALRM, killChild);
+        alarm(patience);
         int status = 0;
         rusage resources{};
-        wait4(child, &status, 0, &resources);
+        while (wait4(child, &status, 0, &resources) < 0 && errno == EINTR) {
+        }
+        alarm(0);
         usage.peakKiB = resources.ru_maxrss;
         usage.succeeded = WIFEXITED(status) && WEXITSTATUS(status) == 0;
     }

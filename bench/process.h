@@ -17,7 +17,8 @@ struct Usage
     bool succeeded = false;
 };
 
-/// Runs a command without a shell and waits for its end; its output is thrown away.
+/// Runs a command without a shell and waits for its end, twenty seconds at most; its output is
+/// thrown away.
 Usage run(const std::vector<std::string>& command);
 
 } // namespace bench

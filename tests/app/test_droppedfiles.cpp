@@ -27,6 +27,7 @@ private slots:
     void theFirstFileOfSeveral();
     void whatIsNoFileIsRefused_data();
     void whatIsNoFileIsRefused();
+    void aNameThatIsNoUtf8IsRefused();
     void nothingIsTakenDuringASimulation();
     void aSimulationThatStartsAfterTheDrop();
 
@@ -125,7 +126,6 @@ void TestDroppedFiles::whatIsNoFileIsRefused_data()
     QTest::newRow("directory") << QUrl::fromLocalFile(QDir::tempPath());
     QTest::newRow("missing") << QUrl::fromLocalFile(QStringLiteral("/nowhere/a.mio"));
     QTest::newRow("device") << QUrl::fromLocalFile(QStringLiteral("/dev/zero"));
-    QTest::newRow("no UTF-8") << QUrl(QStringLiteral("file:///tmp/a%FF.mio"));
     QTest::newRow("nothing") << QUrl();
 }
 
@@ -135,6 +135,21 @@ void TestDroppedFiles::whatIsNoFileIsRefused()
     QVERIFY(!drop({url}));
     QTest::qWait(30);
     QCOMPARE(bytes(), support::templateImage());
+}
+
+void TestDroppedFiles::aNameThatIsNoUtf8IsRefused()
+{
+    const QByteArray text = support::settingsText(QByteArray(1024, 'x'));
+    const QByteArray name = path("a").toUtf8() + "\xFF.mio";
+    support::writeRawFile(name, text);
+    support::writeFile(path("a\xEF\xBF\xBD.mio"), text);
+    const QString prefix = QStringLiteral("file://") + path("a");
+    QVERIFY(!drop({QUrl(prefix + QStringLiteral("%FF.mio"))}));
+    support::DialogScript user;
+    user.press(QMessageBox::No);
+    QVERIFY(drop({QUrl(prefix + QStringLiteral("%EF%BF%BD.mio"))}));
+    QTRY_VERIFY(user.isFinished());
+    QCOMPARE(unlink(name.constData()), 0);
 }
 
 void TestDroppedFiles::nothingIsTakenDuringASimulation()

@@ -10,7 +10,6 @@
 
 #include <QAction>
 #include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -31,12 +30,14 @@ private slots:
     void theHiddenPageStaysAlive();
     void actions_data();
     void actions();
+    void polishPagesAndMenus();
     void menus();
     void toolBar();
     void deviceActionsAreDisabledFromTheStart();
     void styleSheets();
     void theStartPageShowsItsPicture();
     void sizeIsAsDesigned();
+    void highResolutionIsSetUp();
     void everyTextIsEnglish();
     void startsWithoutADialogOnTheTemplate();
     void memoryAreas();
@@ -116,40 +117,65 @@ void TestMainWindow::theHiddenPageStaysAlive()
 
 void TestMainWindow::actions_data()
 {
+    QTest::addColumn<QString>("source");
     QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("hasIcon");
+    QTest::addColumn<QString>("icon");
     QTest::addColumn<QString>("shortcut");
-    const auto row = [](const char* name, const char* text, bool icon, const char* shortcut = "") {
-        QTest::newRow(name) << QString::fromUtf8(text) << icon << QString::fromLatin1(shortcut);
+    const auto row = [](const char* name, const char* source, const char* text,
+                        const char* icon = "", const char* shortcut = "") {
+        QTest::newRow(name) << QString::fromUtf8(source) << QString::fromUtf8(text)
+                            << QString::fromLatin1(icon) << QString::fromLatin1(shortcut);
     };
-    row("actionNew", "New...", true, "Ctrl+N");
-    row("actionOpen", "Open...", true, "Ctrl+O");
-    row("actionSave", "Save...", true, "Ctrl+S");
-    row("actionSaveAs", "Save as...", true, "Ctrl+Shift+S");
-    row("actionExit", "Exit", true, "Ctrl+Q");
-    row("actionReadSettings", "Miolka -> PC Upload", true);
-    row("actionWriteSettings", "PC -> Miolka Download", true);
-    row("actionReset", "Reset...", false);
-    row("actionClearStats", "Clear statistics...", false);
-    row("actionPowerOff", "Switch Miolka Off...", false);
-    row("actionLibraryUpdate", "Sound library update...", false);
-    row("actionFirmwareUpdate", "Firmware update...", false);
-    row("actionPomoc", "Help...", false);
-    row("actionAbout", "About...", false);
-    row("actionSearchDFU", "DFU state devices check", false);
+    row("actionNew", "Nowy...", "New...", "new", "Ctrl+N");
+    row("actionOpen", "Otwórz...", "Open...", "open", "Ctrl+O");
+    row("actionSave", "Zapisz...", "Save...", "save", "Ctrl+S");
+    row("actionSaveAs", "Zapisz jako...", "Save as...", "save_as", "Ctrl+Shift+S");
+    row("actionExit", "Zakończ", "Exit", "exit", "Ctrl+Q");
+    row("actionReadSettings", "Wczytaj nastawy z Miolki", "Miolka -> PC Upload", "upload");
+    row("actionWriteSettings", "Zapisz nastawy do Miolki", "PC -> Miolka Download", "download");
+    row("actionReset", "Reset...", "Reset...");
+    row("actionClearStats", "Wyczyść statystyki...", "Clear statistics...");
+    row("actionPowerOff", "Wyłącz Miolkę...", "Switch Miolka Off...");
+    row("actionLibraryUpdate", "Aktualizacja biblioteki dźwięków...", "Sound library update...");
+    row("actionFirmwareUpdate", "Aktualizacja firmware...", "Firmware update...");
+    row("actionPomoc", "Pomoc...", "Help...");
+    row("actionAbout", "O Programie...", "About...");
+    row("actionSearchDFU", "Sprawdz urządzenia DFU", "DFU state devices check");
 }
 
 void TestMainWindow::actions()
 {
+    QFETCH(QString, source);
     QFETCH(QString, text);
-    QFETCH(bool, hasIcon);
+    QFETCH(QString, icon);
     QFETCH(QString, shortcut);
     const MainWindow window;
     const auto* action = child<QAction>(window, QTest::currentDataTag());
     QCOMPARE(action->text(), text);
-    QCOMPARE(action->icon().isNull(), !hasIcon);
-    QVERIFY(!hasIcon || !action->icon().pixmap(24).isNull());
     QCOMPARE(action->shortcut(), QKeySequence(shortcut));
+    QCOMPARE(action->icon().isNull(), icon.isEmpty());
+    const QIcon expected(QStringLiteral(":/icons/ikony/%1.svg").arg(icon));
+    QCOMPARE(action->icon().pixmap(24).toImage(), expected.pixmap(24).toImage());
+    const support::WithoutCatalogue polish;
+    const MainWindow polishWindow;
+    QCOMPARE(child<QAction>(polishWindow, QTest::currentDataTag())->text(), source);
+}
+
+void TestMainWindow::polishPagesAndMenus()
+{
+    const support::WithoutCatalogue polish;
+    const MainWindow window;
+    const auto* tabs = child<QTabWidget>(window, "tabWidget");
+    QStringList titles;
+    for (int page = 0; page < tabs->count(); ++page) {
+        titles << tabs->tabText(page);
+    }
+    for (const QAction* menu : window.menuBar()->actions()) {
+        titles << menu->text();
+    }
+    QCOMPARE(titles.join(QLatin1Char('|')),
+             QStringLiteral("Start|Parametry / Okresy|Komunikaty|Symulacja|Plik|Komunikacja|"
+                            "Serwis|Pomoc"));
 }
 
 void TestMainWindow::menus()
@@ -236,14 +262,30 @@ void TestMainWindow::sizeIsAsDesigned()
     window.show();
     QCoreApplication::processEvents();
     QCOMPARE(window.size(), QSize(1116, 761));
-    for (const QSize& size : {QSize(640, 480), QSize(1920, 1080)}) {
+    auto* tabs = child<QTabWidget>(window, "tabWidget");
+    for (const QSize& size : {QSize(1116, 761), QSize(640, 480), QSize(1920, 1080)}) {
         window.resize(size);
         QCoreApplication::processEvents();
         QCOMPARE(window.size(), size);
-        for (const QLabel* label : window.findChildren<QLabel*>()) {
-            QVERIFY(!label->isVisible() || window.rect().contains(label->geometry()));
+        int seen = 0;
+        for (int page = 0; page < tabs->count(); ++page) {
+            tabs->setCurrentIndex(page);
+            QCoreApplication::processEvents();
+            for (const QWidget* widget : window.findChildren<QWidget*>()) {
+                const QRect shown(widget->mapTo(&window, QPoint(0, 0)), widget->size());
+                QVERIFY2(!widget->isVisible() || window.rect().contains(shown),
+                         qPrintable(widget->objectName()));
+                seen += widget->isVisible() ? 1 : 0;
+            }
         }
+        QVERIFY(seen > 4 * tabs->count());
     }
+}
+
+void TestMainWindow::highResolutionIsSetUp()
+{
+    QVERIFY(QCoreApplication::testAttribute(Qt::AA_EnableHighDpiScaling));
+    QVERIFY(QCoreApplication::testAttribute(Qt::AA_UseHighDpiPixmaps));
 }
 
 void TestMainWindow::everyTextIsEnglish()

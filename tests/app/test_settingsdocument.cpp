@@ -35,6 +35,8 @@ private slots:
     void anUnreadableFileBecomesTheCurrentFile();
     void keepingChangesSavesThemFirst();
     void keepingChangesWithoutANameThenCancelling();
+    void keepingChangesThenCancellingBothDialogsOfOpen();
+    void everyPathThatIsOpenedIsLogged();
     void newStartsAgainFromTheTemplate();
     void saveAsToANewPathShowsIt();
     void saveAsCancelledChangesNothing();
@@ -45,6 +47,7 @@ private slots:
     void commandLineNameThatIsEmpty();
     void commandLineNameThatIsNoUtf8_data();
     void commandLineNameThatIsNoUtf8();
+    void commandLineNameInAnUndecodableDirectory();
     void namesWithBlanksAndLetters_data();
     void namesWithBlanksAndLetters();
     void theTitleShowsTheCanonicalPath();
@@ -111,6 +114,7 @@ void TestSettingsDocument::cleanup()
     QTest::qWait(30);
     QVERIFY2(m_user->isFinished(), qPrintable(m_user->unexpected().join(QLatin1Char(','))));
     m_window.reset();
+    QVERIFY(QDir::setCurrent(QDir::tempPath()));
 }
 
 void TestSettingsDocument::savingAFreshWindowAsksForAName()
@@ -232,6 +236,30 @@ void TestSettingsDocument::keepingChangesWithoutANameThenCancelling()
     QCOMPARE(bytes(), support::templateImage());
 }
 
+void TestSettingsDocument::keepingChangesThenCancellingBothDialogsOfOpen()
+{
+    m_user->press(QMessageBox::Yes);
+    m_user->dismiss();
+    m_user->chooseFile(path("other.mio"));
+    trigger("actionOpen");
+    QCOMPARE(m_user->seen().at(1).title, QStringLiteral("Save to file"));
+    QCOMPARE(m_user->seen().at(2).title, QStringLiteral("Open file"));
+    QCOMPARE(shownPath(), path("other.mio"));
+    QCOMPARE(bytes(), QByteArray(1024, 'x'));
+}
+
+void TestSettingsDocument::everyPathThatIsOpenedIsLogged()
+{
+    openSaved("four.mio");
+    const QString file = path("other.mio");
+    QTest::ignoreMessage(QtDebugMsg, qPrintable(QLatin1Char('"') + file + QLatin1Char('"')));
+    m_user->chooseFile(file);
+    trigger("actionOpen");
+    trigger("actionSave");
+    QTest::ignoreMessage(QtDebugMsg, "\":/pliki/clear.mio\"");
+    trigger("actionNew");
+}
+
 void TestSettingsDocument::newStartsAgainFromTheTemplate()
 {
     openSaved("other.mio");
@@ -341,6 +369,25 @@ void TestSettingsDocument::commandLineNameThatIsNoUtf8()
     QCOMPARE(m_user->seen().at(0).title, QStringLiteral("Save to file"));
     QCOMPARE(QDir(m_directory->path()).entryList(), before);
     QVERIFY(area().isModified());
+}
+
+void TestSettingsDocument::commandLineNameInAnUndecodableDirectory()
+{
+    const QByteArray before = QDir::currentPath().toUtf8();
+    const QByteArray directory = path("d").toUtf8() + "\xFF";
+    QCOMPARE(mkdir(directory.constData(), 0777), 0);
+    support::writeRawFile(directory + "/f.mio", fourBytes);
+    QVERIFY(QDir(m_directory->path()).mkdir(QStringLiteral("d\uFFFD")));
+    support::writeFile(path("d\xEF\xBF\xBD/f.mio"), fourBytes);
+    QCOMPARE(chdir(directory.constData()), 0);
+    m_window->openFileCmdLine(QStringLiteral("f.mio"));
+    m_user->dismiss();
+    trigger("actionSave");
+    QCOMPARE(chdir(before.constData()), 0);
+    QCOMPARE(m_user->seen().at(0).title, QStringLiteral("Save to file"));
+    QCOMPARE(support::readFile(path("d\xEF\xBF\xBD/f.mio")), fourBytes);
+    QCOMPARE(unlink((directory + "/f.mio").constData()), 0);
+    QCOMPARE(rmdir(directory.constData()), 0);
 }
 
 void TestSettingsDocument::namesWithBlanksAndLetters_data()

@@ -3,9 +3,14 @@
 
 #include "image/filename.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 class TestFileName : public QObject
 {
@@ -18,6 +23,8 @@ private slots:
     void invalidUtf8IsNoFileName();
     void aNulIsNoPartOfAName();
     void aReplacementCharacterNeedsItsFile();
+    void aRelativeNameInAnUndecodableDirectory();
+    void whatASaveWouldWrite();
 };
 
 void TestFileName::validUtf8IsKept_data()
@@ -73,6 +80,35 @@ void TestFileName::aReplacementCharacterNeedsItsFile()
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QVERIFY(!image::isMangled(path));
+}
+
+void TestFileName::aRelativeNameInAnUndecodableDirectory()
+{
+    const QTemporaryDir directory;
+    const QByteArray before = QDir::currentPath().toUtf8();
+    const QByteArray name = directory.path().toUtf8() + "/d\xFF";
+    QCOMPARE(mkdir(name.constData(), 0777), 0);
+    QVERIFY(QDir(directory.path()).mkdir(QStringLiteral("d\uFFFD")));
+    QVERIFY(!image::isMangled(QStringLiteral("f.mio")));
+    QCOMPARE(chdir(name.constData()), 0);
+    QVERIFY(image::isMangled(QStringLiteral("f.mio")));
+    QVERIFY(!image::isMangled(directory.filePath(QStringLiteral("f.mio"))));
+    QCOMPARE(image::writeTarget(QStringLiteral("f.mio")), QString());
+    QCOMPARE(chdir(before.constData()), 0);
+    QCOMPARE(rmdir(name.constData()), 0);
+}
+
+void TestFileName::whatASaveWouldWrite()
+{
+    const QTemporaryDir directory;
+    const QString real = QFileInfo(directory.path()).canonicalFilePath();
+    QCOMPARE(image::writeTarget(directory.filePath(QStringLiteral("new.mio"))),
+             real + QStringLiteral("/new.mio"));
+    QCOMPARE(image::writeTarget(directory.filePath(QStringLiteral("./x/../new.mio"))), QString());
+    QCOMPARE(image::writeTarget(directory.filePath(QStringLiteral("missing/new.mio"))), QString());
+    QCOMPARE(image::writeTarget(QString()), QString());
+    QVERIFY(QFile::link(QStringLiteral("loop"), directory.filePath(QStringLiteral("loop"))));
+    QCOMPARE(image::writeTarget(directory.filePath(QStringLiteral("loop"))), QString());
 }
 
 QTEST_GUILESS_MAIN(TestFileName)

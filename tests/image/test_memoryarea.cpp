@@ -186,6 +186,8 @@ void TestMemoryArea::slotsAreVisibleByName()
     const QMetaObject* meta = area.metaObject();
     const QMetaMethod slot = meta->method(meta->indexOfSlot("setData(quint32,quint8)"));
     QCOMPARE(slot.parameterNames(), (QList<QByteArray>{"address", "value"}));
+    const QMetaMethod run = meta->method(meta->indexOfSlot("setData(quint32,QVector<quint8>)"));
+    QCOMPARE(run.parameterNames(), (QList<QByteArray>{"address", "data"}));
 }
 
 QTEST_GUILESS_MAIN(TestMemoryArea)

@@ -27,12 +27,18 @@ private slots:
     void onlyTheFirst1024BytesAreSaved();
     void savingClearsTheModifiedFlag();
     void symbolicLinksAreFollowed();
+    void linksAreFollowedAsTheSystemDoes();
+    void aDanglingLinkGetsItsTarget();
+    void linksToUndecodableNamesAreLeftAlone_data();
+    void linksToUndecodableNamesAreLeftAlone();
     void fileModesAreKept();
     void whatCannotBeReplacedIsLeftAlone_data();
     void whatCannotBeReplacedIsLeftAlone();
     void aWriteProtectedFileIsLeftAlone();
     void aDirectoryThatTakesNoFileIsWrittenInPlace();
     void aLimitAtEveryByte();
+    void aLimitAtEveryByteInPlace_data();
+    void aLimitAtEveryByteInPlace();
     void killedAtAnyMoment();
 
 private:
@@ -211,6 +217,66 @@ void TestSaveFile::symbolicLinksAreFollowed()
     QCOMPARE(support::readFile(path("far/real.mio")), filledText(0x11));
 }
 
+void TestSaveFile::linksAreFollowedAsTheSystemDoes()
+{
+    // p/dl leads to q/real, and there ".." is q, not p.
+    for (const char* directory : {"p", "q", "q/real"}) {
+        QVERIFY(QDir(m_directory->path()).mkdir(QString::fromLatin1(directory)));
+    }
+    QVERIFY(QFile::link(QStringLiteral("../q/real"), path("p/dl")));
+    QVERIFY(QFile::link(QStringLiteral("../f.mio"), path("q/real/l.mio")));
+    support::writeFile(path("p/f.mio"), oldText);
+    support::writeFile(path("q/f.mio"), oldText);
+    cMyMemoryArea area;
+    fill(area, 0x11);
+    QVERIFY(image::writeSettingsFile(path("p/dl/l.mio"), area));
+    QCOMPARE(support::readFile(path("q/f.mio")), filledText(0x11));
+    QCOMPARE(support::readFile(path("p/f.mio")), oldText);
+}
+
+void TestSaveFile::aDanglingLinkGetsItsTarget()
+{
+    QVERIFY(QFile::link(QStringLiteral("target.mio"), path("middle")));
+    QVERIFY(QFile::link(QStringLiteral("middle"), path("link.mio")));
+    cMyMemoryArea area;
+    fill(area, 0x11);
+    QVERIFY(image::writeSettingsFile(path("link.mio"), area));
+    QVERIFY(QFileInfo(path("link.mio")).isSymLink());
+    QVERIFY(QFileInfo(path("middle")).isSymLink());
+    QCOMPARE(support::readFile(path("target.mio")), filledText(0x11));
+}
+
+void TestSaveFile::linksToUndecodableNamesAreLeftAlone_data()
+{
+    QTest::addColumn<bool>("exists");
+    QTest::addColumn<bool>("hasLookalike");
+    QTest::newRow("dangling") << false << false;
+    QTest::newRow("existing") << true << false;
+    QTest::newRow("existing beside a lookalike") << true << true;
+}
+
+void TestSaveFile::linksToUndecodableNamesAreLeftAlone()
+{
+    QFETCH(bool, exists);
+    QFETCH(bool, hasLookalike);
+    const QByteArray name = m_directory->path().toUtf8() + "/a\xFF.mio";
+    if (exists) {
+        support::writeRawFile(name, oldText);
+    }
+    if (hasLookalike) {
+        support::writeFile(path("a\xEF\xBF\xBD.mio"), oldText);
+    }
+    QCOMPARE(symlink("a\xFF.mio", path("link.mio").toUtf8().constData()), 0);
+    const QStringList before = entriesOf(m_directory->path());
+    cMyMemoryArea area;
+    fill(area, 0x11);
+    QVERIFY(!image::writeSettingsFile(path("link.mio"), area));
+    QCOMPARE(entriesOf(m_directory->path()), before);
+    if (hasLookalike) {
+        QCOMPARE(support::readFile(path("a\xEF\xBF\xBD.mio")), oldText);
+    }
+}
+
 void TestSaveFile::fileModesAreKept()
 {
     for (const mode_t mode : {0600U, 0640U, 0664U, 0755U}) {
@@ -310,6 +376,39 @@ void TestSaveFile::aLimitAtEveryByte()
     QCOMPARE(support::readFile(path()), newText);
 }
 
+void TestSaveFile::aLimitAtEveryByteInPlace_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::newRow("shorter") << oldText;
+    QTest::newRow("as long") << filledText(0x22);
+    QTest::newRow("longer") << filledText(0x22) + oldText;
+    QTest::newRow("empty") << QByteArray();
+}
+
+void TestSaveFile::aLimitAtEveryByteInPlace()
+{
+    QFETCH(QByteArray, before);
+    cMyMemoryArea area;
+    fill(area, 0x11);
+    const QByteArray newText = filledText(0x11);
+    support::writeFile(path(), before);
+    QCOMPARE(chmod(path().toUtf8().constData(), 0666), 0);
+    QCOMPARE(chmod(m_directory->path().toUtf8().constData(), 0555), 0);
+    {
+        const support::WithoutPrivileges nobody;
+        for (int limit = before.size(); limit < newText.size(); ++limit) {
+            const FileSizeLimit full(static_cast<rlim_t>(limit));
+            QVERIFY2(!image::writeSettingsFile(path(), area), qPrintable(QString::number(limit)));
+            QVERIFY(area.isModified());
+            QCOMPARE(support::readFile(path()), before);
+        }
+        const FileSizeLimit enough(static_cast<rlim_t>(newText.size()));
+        QVERIFY(image::writeSettingsFile(path(), area));
+    }
+    QCOMPARE(support::readFile(path()), newText);
+    QCOMPARE(chmod(m_directory->path().toUtf8().constData(), 0755), 0);
+}
+
 void TestSaveFile::killedAtAnyMoment()
 {
     constexpr int kills = 1000;
@@ -326,6 +425,9 @@ void TestSaveFile::killedAtAnyMoment()
     for (int round = 0; round < kills; ++round) {
         {
             const EndlessSaver saver(path());
+            while (!EndlessSaver::progress().isSaving) {
+                usleep(10);
+            }
             usleep(random.bounded(window));
         }
         const QByteArray now = support::readFile(path());

@@ -38,7 +38,7 @@ QProcessEnvironment Desktop::environment() const
     return environment;
 }
 
-QString Desktop::run(const QString& program, const QStringList& arguments) const
+QString Desktop::run(const QString& program, const QStringList& arguments)
 {
     QProcess process;
     process.setProcessEnvironment(environment());
@@ -47,7 +47,7 @@ QString Desktop::run(const QString& program, const QStringList& arguments) const
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
-QString Desktop::search(const QString& pattern) const
+QString Desktop::search(const QString& pattern)
 {
     return run(QStringLiteral("xdotool"),
                {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
@@ -55,7 +55,7 @@ QString Desktop::search(const QString& pattern) const
         .section(QLatin1Char('\n'), 0, 0);
 }
 
-QString Desktop::focus(const QString& pattern) const
+QString Desktop::focus(const QString& pattern)
 {
     constexpr int patience = 10000;
     constexpr unsigned long pause = 50;
@@ -77,28 +77,28 @@ QString Desktop::focus(const QString& pattern) const
     return {};
 }
 
-QString Desktop::title(const QString& window) const
+QString Desktop::title(const QString& window)
 {
     return run(QStringLiteral("xdotool"), {QStringLiteral("getwindowname"), window});
 }
 
-bool Desktop::isShown(const QString& pattern) const
+bool Desktop::isShown(const QString& pattern)
 {
     return !search(pattern).isEmpty();
 }
 
-void Desktop::press(const QStringList& keys) const
+void Desktop::press(const QStringList& keys)
 {
     run(QStringLiteral("xdotool"), QStringList{QStringLiteral("key")} + keys);
 }
 
-void Desktop::type(const QString& text) const
+void Desktop::type(const QString& text)
 {
     run(QStringLiteral("xdotool"),
         {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("2"), text});
 }
 
-void Desktop::photograph(const QString& name) const
+void Desktop::photograph(const QString& name)
 {
     const QDir directory(QStringLiteral(MIOLKA_BINARY_DIR "/artefacts"));
     directory.mkpath(QStringLiteral("."));

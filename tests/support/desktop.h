@@ -25,29 +25,29 @@ public:
 
     /// Waits until a visible window's title matches the pattern and gives it the keyboard. Its
     /// number, or an empty text after ten seconds without one.
-    QString focus(const QString& pattern) const;
+    QString focus(const QString& pattern);
 
     /// The title of a window.
-    [[nodiscard]] QString title(const QString& window) const;
+    [[nodiscard]] QString title(const QString& window);
 
     /// Whether a visible window's title matches the pattern.
-    [[nodiscard]] bool isShown(const QString& pattern) const;
+    [[nodiscard]] bool isShown(const QString& pattern);
 
     /// Presses keys, each written as xdotool does: "ctrl+s".
-    void press(const QStringList& keys) const;
+    void press(const QStringList& keys);
 
     /// Types a text of ASCII characters.
-    void type(const QString& text) const;
+    void type(const QString& text);
 
     /// Keeps a picture of the screen among the build's artefacts.
-    void photograph(const QString& name) const;
+    void photograph(const QString& name);
 
 private:
     /// The number of the first visible window whose title matches; empty if there is none.
-    [[nodiscard]] QString search(const QString& pattern) const;
+    [[nodiscard]] QString search(const QString& pattern);
 
     /// The output of a command on this screen.
-    QString run(const QString& program, const QStringList& arguments) const;
+    QString run(const QString& program, const QStringList& arguments);
 
     QProcess m_server;
     QString m_display;

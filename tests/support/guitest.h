@@ -10,16 +10,46 @@
 #include <QTranslator>
 #include <QtTest>
 
-/// The main function of a test that shows windows: everything as the program's own does it.
+namespace support {
+
+/// The translator that is installed while a test runs.
+inline QTranslator*& catalogue()
+{
+    static QTranslator* translator = nullptr;
+    return translator;
+}
+
+/// While this lives, texts are shown as they stand in the source.
+class WithoutCatalogue
+{
+public:
+    WithoutCatalogue() { QCoreApplication::removeTranslator(catalogue()); }
+    ~WithoutCatalogue() { QCoreApplication::installTranslator(catalogue()); }
+    Q_DISABLE_COPY_MOVE(WithoutCatalogue)
+};
+
+/// Runs a test that shows windows: everything is set up as the program's own main does it.
+template <typename TestClass>
+int runGuiTest(int argc, char* argv[])
+{
+    app::prepare();
+    QApplication application(argc, argv);
+    QTranslator translator;
+    app::installCatalogue(translator);
+    catalogue() = &translator;
+    TestClass test;
+    const int result = QTest::qExec(&test, argc, argv);
+    catalogue() = nullptr;
+    return result;
+}
+
+} // namespace support
+
+/// The main function of a test that shows windows.
 #define MIOLKA_GUI_TEST_MAIN(TestClass)                                                            \
     int main(int argc, char* argv[])                                                               \
     {                                                                                              \
-        app::prepare();                                                                            \
-        QApplication application(argc, argv);                                                      \
-        QTranslator translator;                                                                    \
-        app::installCatalogue(translator);                                                         \
-        TestClass test;                                                                            \
-        return QTest::qExec(&test, argc, argv);                                                    \
+        return support::runGuiTest<TestClass>(argc, argv);                                         \
     }
 
 #endif

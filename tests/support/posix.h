@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QString>
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -51,6 +52,17 @@ inline void writeFile(const QString& path, const QByteArray& contents)
     if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size()) {
         qFatal("cannot write %s", qPrintable(path));
     }
+}
+
+/// For a name that is not valid UTF-8.
+inline void writeRawFile(const QByteArray& path, const QByteArray& contents)
+{
+    const int file = open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
+    const auto size = static_cast<size_t>(contents.size());
+    if (file < 0 || write(file, contents.constData(), size) != contents.size()) {
+        qFatal("cannot write %s", path.constData());
+    }
+    close(file);
 }
 
 inline QByteArray readFile(const QString& path)
