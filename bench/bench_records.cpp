@@ -60,7 +60,7 @@ bool writeInput()
 void wholeProcess(benchmark::State& state, const std::vector<std::string>& command)
 {
     long peak = 0;
-    for (auto iteration : state) {
+    for ([[maybe_unused]] auto iteration : state) {
         const bench::Usage usage = bench::run(command);
         if (!usage.succeeded) {
             state.SkipWithError("the command failed");
@@ -87,7 +87,7 @@ void decode(benchmark::State& state)
     const QByteArray text = line.toLatin1();
     const std::string_view view(text.constData(), static_cast<std::size_t>(text.size()));
     cMyRecordFields fields;
-    for (auto iteration : state) {
+    for ([[maybe_unused]] auto iteration : state) {
         benchmark::DoNotOptimize(image::decodeRecord(view, fields));
         benchmark::DoNotOptimize(image::isChecksumRight(fields));
     }
@@ -96,7 +96,7 @@ void decode(benchmark::State& state)
 void recordFromString(benchmark::State& state)
 {
     cMyHexRecord record;
-    for (auto iteration : state) {
+    for ([[maybe_unused]] auto iteration : state) {
         benchmark::DoNotOptimize(record.fromString(line));
     }
 }
@@ -105,7 +105,7 @@ void recordToString(benchmark::State& state)
 {
     cMyHexRecord record;
     record.fromString(line);
-    for (auto iteration : state) {
+    for ([[maybe_unused]] auto iteration : state) {
         benchmark::DoNotOptimize(record.toString());
     }
 }
@@ -113,7 +113,7 @@ void recordToString(benchmark::State& state)
 void settingsFile(benchmark::State& state)
 {
     cMyMemoryArea area;
-    for (auto iteration : state) {
+    for ([[maybe_unused]] auto iteration : state) {
         benchmark::DoNotOptimize(
             image::readSettingsFile(QStringLiteral(":/pliki/clear.mio"), area));
     }

@@ -10,7 +10,7 @@ namespace {
 
 void firstPaint(benchmark::State& state, const char* program)
 {
-    for (auto iteration : state) {
+    for ([[maybe_unused]] auto iteration : state) {
         const bench::Usage usage = bench::run({program});
         if (!usage.succeeded) {
             state.SkipWithError("the program failed");

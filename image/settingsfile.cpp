@@ -35,6 +35,9 @@ bool overwrite(const QString& path, const QByteArray& text)
     }
     const qint64 oldSize = file.size();
     const QByteArray old = file.read(text.size());
+    if (old.size() != std::min<qint64>(oldSize, text.size())) {
+        return false;
+    }
     const QByteArray behind = text.mid(old.size());
     if (!file.seek(old.size()) || file.write(behind) != behind.size()) {
         file.resize(oldSize);
