@@ -154,8 +154,10 @@ void TestMainWindow::actions()
     QCOMPARE(action->text(), text);
     QCOMPARE(action->shortcut(), QKeySequence(shortcut));
     QCOMPARE(action->icon().isNull(), icon.isEmpty());
-    const QIcon expected(QStringLiteral(":/icons/ikony/%1.svg").arg(icon));
-    QCOMPARE(action->icon().pixmap(24).toImage(), expected.pixmap(24).toImage());
+    if (!icon.isEmpty()) {
+        const QIcon expected(QStringLiteral(":/icons/ikony/%1.svg").arg(icon));
+        QCOMPARE(action->icon().pixmap(24).toImage(), expected.pixmap(24).toImage());
+    }
     const support::WithoutCatalogue polish;
     const MainWindow polishWindow;
     QCOMPARE(child<QAction>(polishWindow, QTest::currentDataTag())->text(), source);
