@@ -8,6 +8,7 @@
 #include "image/settingsfile.h"
 #include "ui_mainwindow.h"
 
+#include <QApplication>
 #include <QDropEvent>
 #include <QSignalMapper>
 
@@ -83,7 +84,7 @@ void MainWindow::openFileDialog(const QString& mode)
 
 void MainWindow::openDropped(const QString& path)
 {
-    if (!isLocked()) {
+    if (takesDrops()) {
         m_document->openDropped(path);
         setupAppName();
     }
@@ -143,15 +144,16 @@ void MainWindow::simulationInProgress(bool state)
     }
 }
 
-bool MainWindow::isLocked() const
+bool MainWindow::takesDrops() const
 {
-    return !ui->menuBar->isEnabled();
+    // A dialog may be asking about the very image that a dropped file would change.
+    return ui->menuBar->isEnabled() && QApplication::activeModalWidget() == nullptr;
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
     const bool copyable = event->possibleActions().testFlag(Qt::CopyAction);
-    if (copyable && !isLocked() &&
+    if (copyable && takesDrops() &&
         !cMySettingsDocument::droppedFile(*event->mimeData()).isEmpty()) {
         // Never the source's own proposal: after a move it would delete the file.
         event->setDropAction(Qt::CopyAction);
@@ -162,7 +164,7 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 void MainWindow::dropEvent(QDropEvent* event)
 {
     const QString path = cMySettingsDocument::droppedFile(*event->mimeData());
-    if (path.isEmpty() || isLocked()) {
+    if (path.isEmpty() || !takesDrops()) {
         return;
     }
     event->setDropAction(Qt::CopyAction);

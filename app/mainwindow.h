@@ -77,7 +77,7 @@ private:
     void createMemoryAreas();
     void connectFileActions();
     void openDropped(const QString& path);
-    [[nodiscard]] bool isLocked() const;
+    [[nodiscard]] bool takesDrops() const;
 
     std::unique_ptr<Ui::MainWindow> ui;
     QString m_version;

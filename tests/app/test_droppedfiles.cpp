@@ -12,6 +12,7 @@
 #include <QDragEnterEvent>
 #include <QMimeData>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QUrl>
 
 /// Files dropped on the window.
@@ -30,6 +31,8 @@ private slots:
     void aNameThatIsNoUtf8IsRefused();
     void nothingIsTakenDuringASimulation();
     void aSimulationThatStartsAfterTheDrop();
+    void nothingIsTakenWhileADialogAsks();
+    void twoDropsAskOnce();
 
 private:
     [[nodiscard]] QString path(const char* name) const
@@ -166,6 +169,37 @@ void TestDroppedFiles::aSimulationThatStartsAfterTheDrop()
     QTest::qWait(50);
     QCOMPARE(bytes(), support::templateImage());
     QVERIFY(nothing.isFinished());
+}
+
+void TestDroppedFiles::nothingIsTakenWhileADialogAsks()
+{
+    bool wasTaken = true;
+    // Before the answers, so that the question is still open.
+    QTimer::singleShot(0, this, [this, &wasTaken] {
+        QVERIFY(QApplication::activeModalWidget() != nullptr);
+        wasTaken = drop({QUrl::fromLocalFile(path("b.mio"))});
+    });
+    support::DialogScript user;
+    user.press(QMessageBox::Yes);
+    user.chooseFile(path("kept.mio"));
+    m_window->openFileDialog(QStringLiteral("NewFile"));
+    QVERIFY(!wasTaken);
+    QVERIFY(user.isFinished());
+    QCOMPARE(support::readFile(path("kept.mio")), support::settingsText(support::templateImage()));
+}
+
+void TestDroppedFiles::twoDropsAskOnce()
+{
+    support::DialogScript user;
+    user.press(QMessageBox::Yes);
+    user.chooseFile(path("kept.mio"));
+    QVERIFY(drop({QUrl::fromLocalFile(path("b.mio"))}));
+    QVERIFY(drop({QUrl::fromLocalFile(path("żółw 1.mio"))}));
+    QTRY_COMPARE(bytes(), QByteArray(1024, 'b'));
+    QTest::qWait(50);
+    QVERIFY(user.isFinished());
+    QCOMPARE(bytes(), QByteArray(1024, 'b'));
+    QCOMPARE(support::readFile(path("kept.mio")), support::settingsText(support::templateImage()));
 }
 
 MIOLKA_GUI_TEST_MAIN(TestDroppedFiles)

@@ -6,6 +6,7 @@
 #include "image/memoryarea.h"
 #include "tests/support/dialogscript.h"
 #include "tests/support/guitest.h"
+#include "tests/support/posix.h"
 #include "tests/support/template.h"
 
 #include <QAction>
@@ -16,6 +17,7 @@
 #include <QSignalSpy>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -46,6 +48,8 @@ private slots:
     void shortcutsRestDuringASimulation();
     void manySimulationsOneRequest();
     void onlyEepromIsTaken();
+    void openFileAppliesRecordsAndLeavesTheTitle();
+    void valueListsCanCrossThreads();
     void exitClosesWithoutAQuestion();
     void statusTipsComeUpInTheStatusBar();
 
@@ -406,6 +410,24 @@ void TestMainWindow::onlyEepromIsTaken()
     window.newDataRead(EEPROM, 16, {1, 2, 3});
     QCOMPARE(support::bytesOf(*image), support::templateImage().replace(16, 3, "\1\2\3"));
     QVERIFY(image->isModified());
+}
+
+void TestMainWindow::openFileAppliesRecordsAndLeavesTheTitle()
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("four.mio"));
+    support::writeFile(path, ":04000000AABBCCDDEE");
+    MainWindow window;
+    window.openFile(path);
+    QCOMPARE(support::bytesOf(*child<cMyMemoryArea>(window, "settingsImage")),
+             support::templateImage().replace(0, 4, "\xAA\xBB\xCC\xDD"));
+    QCOMPARE(window.windowTitle(), QStringLiteral("MIOLKAsoft v1.0.4.0"));
+}
+
+void TestMainWindow::valueListsCanCrossThreads()
+{
+    const MainWindow window;
+    QVERIFY(QMetaType::type("QVector<QString>") != QMetaType::UnknownType);
 }
 
 void TestMainWindow::exitClosesWithoutAQuestion()
