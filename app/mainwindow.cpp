@@ -4,12 +4,19 @@
 #include "app/mainwindow.h"
 
 #include "app/settingsdocument.h"
+#include "editor/description.h"
+#include "editor/fieldcodec.h"
+#include "editor/imagegate.h"
+#include "editor/parameterstab.h"
+#include "editor/rulegrid.h"
 #include "image/memoryarea.h"
 #include "image/settingsfile.h"
 #include "ui_mainwindow.h"
 
 #include <QApplication>
+#include <QDoubleSpinBox>
 #include <QDropEvent>
+
 #include <QSignalMapper>
 
 namespace {
@@ -31,12 +38,17 @@ MainWindow::MainWindow(QWidget* parent)
     m_version = QStringLiteral(MIOLKA_VERSION);
     ui->tabWidget->removeTab(ui->tabWidget->indexOf(ui->tab));
     createMemoryAreas();
+    createParametersTab();
+    createTimersTab();
+    createMesagessTab();
     m_document = new cMySettingsDocument(*m_image, *ui->actionSave, *this);
     qRegisterMetaType<QVector<QString>>("QVector<QString>");
     connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::tabWidgetChanged);
+    connectInputs();
     connectFileActions();
     setupAppName();
     openFileDialog(QStringLiteral("NewFile"));
+    m_description->installValidators();
 }
 
 MainWindow::~MainWindow() = default;
@@ -48,6 +60,42 @@ void MainWindow::createMemoryAreas()
     m_image->setData(image::settingsImageSize - 1, 0);
     auto* second = new cMyMemoryArea(this);
     second->setObjectName(QStringLiteral("secondArea"));
+    m_gate = new cMyImageGate(*m_image, this);
+}
+
+void MainWindow::createParametersTab()
+{
+    m_parameters = new cMyParametersTab({ui->parametersForm, ui->periodsForm, ui->distancesForm},
+                                        *m_gate, *this);
+    m_description = new cMyDescription({ui->leAuthor, ui->leTitle, ui->pteDescription,
+                                        ui->lAuthorFree, ui->lTitleFree, ui->lDescriptionFree,
+                                        ui->lParamAutor, ui->lParamTytul, ui->pteParamDesc},
+                                       *m_gate, *this);
+}
+
+void MainWindow::createTimersTab()
+{
+    m_timerRules = new cMyRuleGrid(cMyRuleGrid::timerRules(),
+                                   {ui->timRows, ui->timLayout, ui->timHeading}, *m_gate, *this);
+}
+
+void MainWindow::createMesagessTab()
+{
+    m_messageRules = new cMyRuleGrid(cMyRuleGrid::messageRules(),
+                                     {ui->msgRows, ui->msgLayout, ui->msgHeading}, *m_gate, *this);
+}
+
+void MainWindow::connectInputs()
+{
+    const auto numberChanged = QOverload<double>::of(&QDoubleSpinBox::valueChanged);
+    connect(&m_parameters->altitude(), numberChanged, this, &MainWindow::param11Changed);
+    connect(&m_parameters->latitude(), numberChanged, this, &MainWindow::param12Changed);
+    connect(&m_parameters->volume(), QOverload<int>::of(&QSpinBox::valueChanged), this,
+            &MainWindow::param13Changed);
+    connect(ui->leAuthor, &QLineEdit::textChanged, this, &MainWindow::descriptionReached);
+    connect(ui->leTitle, &QLineEdit::textChanged, this, &MainWindow::descriptionReached);
+    connect(ui->pteDescription, &QPlainTextEdit::textChanged, this,
+            &MainWindow::descriptionReached);
 }
 
 void MainWindow::connectFileActions()
@@ -71,6 +119,7 @@ void MainWindow::connectFileActions()
 void MainWindow::openFileCmdLine(const QString& path)
 {
     if (m_document->openFileCmdLine(path)) {
+        updateTabs();
         setupAppName();
     }
 }
@@ -78,6 +127,7 @@ void MainWindow::openFileCmdLine(const QString& path)
 void MainWindow::openFileDialog(const QString& mode)
 {
     if (m_document->openFileDialog(mode)) {
+        updateTabs();
         setupAppName();
     }
 }
@@ -86,6 +136,7 @@ void MainWindow::openDropped(const QString& path)
 {
     if (takesDrops()) {
         m_document->openDropped(path);
+        updateTabs();
         setupAppName();
     }
 }
@@ -127,7 +178,71 @@ void MainWindow::newDataRead(MemoryType area, quint32 address, QVector<quint8> b
 {
     if (area == EEPROM) {
         m_image->setData(address, std::move(bytes));
+        updateTabs();
     }
+}
+
+void MainWindow::updateTabs()
+{
+    updateMesagessTab();
+    updateParametersTab();
+    updateTimersTab();
+}
+
+void MainWindow::updateMesagessTab()
+{
+    m_messageRules->update();
+}
+
+void MainWindow::updateParametersTab()
+{
+    m_parameters->update();
+    m_description->update();
+}
+
+void MainWindow::updateTimersTab()
+{
+    m_timerRules->update();
+}
+
+void MainWindow::param11Changed(double altitude)
+{
+    m_parameters->storeAltitude(altitude);
+}
+
+void MainWindow::param12Changed(double latitude)
+{
+    m_parameters->storeLatitude(latitude);
+}
+
+void MainWindow::param13Changed(int volume)
+{
+    m_parameters->storeVolume(volume);
+}
+
+void MainWindow::descriptionReached()
+{
+    m_description->descriptionReached();
+}
+
+void MainWindow::parseDescription()
+{
+    m_description->parseDescription();
+}
+
+QVector<quint8> MainWindow::parseSettingsVersion() const
+{
+    return editor::versionBytes(m_version);
+}
+
+void MainWindow::on_lsetDiveTime_textChanged(const QString& text)
+{
+    ui->lDiveTime->setText(text);
+}
+
+void MainWindow::on_lsetMaxDepth_textChanged(const QString& text)
+{
+    ui->lmaxDepth->setText(text);
 }
 
 void MainWindow::simulationInProgress(bool state)

@@ -12,7 +12,11 @@
 
 #include <memory>
 
+class cMyDescription;
+class cMyImageGate;
 class cMyMemoryArea;
+class cMyParametersTab;
+class cMyRuleGrid;
 class cMySettingsDocument;
 
 namespace Ui {
@@ -32,6 +36,14 @@ public:
 
     /// Opens the settings file named on the command line; an empty path does nothing.
     void openFileCmdLine(const QString& path);
+
+    /// These three show the image after it was replaced.
+    void updateParametersTab();
+    void updateTimersTab();
+    void updateMesagessTab();
+
+    /// The program's version as the settings image holds it, one byte for each part.
+    [[nodiscard]] QVector<quint8> parseSettingsVersion() const;
 
 public slots:
     /// New ("NewFile") or Open ("OpenFile"), with the question whether to keep changes.
@@ -59,6 +71,24 @@ public slots:
     /// must be reported exactly once for each start.
     void simulationInProgress(bool state);
 
+    /// The altitude was changed, in metres.
+    void param11Changed(double altitude);
+
+    /// The latitude was changed, in degrees.
+    void param12Changed(double latitude);
+
+    /// The volume was changed, in dB.
+    void param13Changed(int volume);
+
+    /// Author, title or description was changed.
+    void descriptionReached();
+
+    /// The simulation panel's dive time, for the start page.
+    void on_lsetDiveTime_textChanged(const QString& text);
+
+    /// The simulation panel's greatest depth, for the start page.
+    void on_lsetMaxDepth_textChanged(const QString& text);
+
 signals:
     /// The lines in file are to be written to that memory of the device.
     void writeToMiolka(MemoryType area, QStringList& file);
@@ -75,14 +105,25 @@ protected:
 
 private:
     void createMemoryAreas();
+    void createParametersTab();
+    void createTimersTab();
+    void createMesagessTab();
     void connectFileActions();
+    void connectInputs();
+    void parseDescription();
+    void updateTabs();
     void openDropped(const QString& path);
     [[nodiscard]] bool takesDrops() const;
 
     std::unique_ptr<Ui::MainWindow> ui;
     QString m_version;
     cMyMemoryArea* m_image = nullptr;
+    cMyImageGate* m_gate = nullptr;
     cMySettingsDocument* m_document = nullptr;
+    cMyParametersTab* m_parameters = nullptr;
+    cMyDescription* m_description = nullptr;
+    cMyRuleGrid* m_timerRules = nullptr;
+    cMyRuleGrid* m_messageRules = nullptr;
 };
 
 #endif

@@ -3,6 +3,9 @@
 
 #include "editor/settingslayout.h"
 
+#include <QCoreApplication>
+#include <QHash>
+
 #include <string_view>
 
 namespace {
@@ -14,6 +17,7 @@ using namespace std::string_view_literals;
 struct Row
 {
     const char* name;
+    const char* caption;
     int address;
     int width;
     FieldEncoding encoding;
@@ -33,64 +37,101 @@ constexpr auto Bytes = FieldEncoding::Bytes;
 
 // clang-format off
 constexpr Row beforeRules[] = {
-    {"programVersion",       0,  4, Bytes,    1, 0, 0, 0, "", "", "\x01\x00\x01\x00"sv},
-    {"author",              16, 16, Text,     1, 0, 0, 0, "", "", ""sv},
-    {"title",               32, 32, Text,     1, 0, 0, 0, "", "", "\0N 13319 v1.5"sv},
-    {"depthSamplingRate",  128,  1, Unsigned, 1, 0, 255, 150, "", "parCb1", {}},
-    {"volume",             129,  1, Signed,   1, -57, 6, -5, "dB", "", {}},
-    {"suspendDelay",       130,  2, Unsigned, 1, 0, 65535, 3600, "", "parCb2", {}},
-    {"suspendSampling",    132,  1, Unsigned, 1, 0, 255, 6, "", "parCb3", {}},
-    {"diveThreshold",      136,  1, Unsigned, 1, 5, 255, 100, "cm", "", {}},
-    {"surfacingThreshold", 138,  1, Unsigned, 1, 5, 250, 50, "cm", "", {}},
-    {"ascentThreshold",    144,  2, Signed,   1, -200, 0, -50, "cm/s", "", {}},
-    {"bottomThreshold",    146,  2, Signed,   1, -100, 100, -10, "cm/s", "", {}},
-    {"salinity",           152,  1, Unsigned, 1, 0, 100, 0, "\u2030", "", {}},
-    {"temperatureSource",  154,  1, Unsigned, 1, 0, 255, 1, "", "parCb4", {}},
-    {"fixedTemperature",   156,  2, Signed,   10, 0, 60, 0, "\u00B0C", "", {}},
-    {"gravity",            158,  2, Unsigned, 3276.8, 0, 19.99, 32132, "m/s\u00B2", "", {}},
-    {"altitude",           220,  2, Signed,   1, -1000, 10000, 0, "m", "", {}},
-    {"latitude",           222,  1, Unsigned, 1, 0, 90, 45, "\u00B0", "", {}},
-    {"periodA",            240,  1, Unsigned, 1, 1, 240, 3, "s", "", {}},
-    {"periodB",            241,  1, Unsigned, 1, 1, 240, 5, "s", "", {}},
-    {"periodC",            242,  1, Unsigned, 1, 1, 240, 15, "s", "", {}},
-    {"periodD",            243,  1, Unsigned, 1, 1, 240, 30, "s", "", {}},
-    {"distanceE",          248,  2, Signed,   100, 0, 99.99, 0, "m", "", {}},
-    {"distanceF",          250,  2, Signed,   100, 0, 99.99, 0, "m", "", {}},
-    {"distanceG",          252,  2, Signed,   100, 0, 99.99, 0, "m", "", {}},
-    {"distanceH",          254,  2, Signed,   100, 0, 99.99, 0, "m", "", {}},
+    {"programVersion", QT_TRANSLATE_NOOP("cMySettingsField", "Wersja programu"),
+     0,  4, Bytes,    1, 0, 0, 0, "", "", "\x01\x00\x01\x00"sv},
+    {"author", QT_TRANSLATE_NOOP("cMySettingsField", "Autor"),
+     16, 16, Text,     1, 0, 0, 0, "", "", ""sv},
+    {"title", QT_TRANSLATE_NOOP("cMySettingsField", "Tytuł"),
+     32, 32, Text,     1, 0, 0, 0, "", "", "\0N 13319 v1.5"sv},
+    {"depthSamplingRate", QT_TRANSLATE_NOOP("cMySettingsField", "2. Częstotliwość próbkowania głębokości"),
+     128,  1, Unsigned, 1, 0, 255, 150, "", "parCb1", {}},
+    {"volume", QT_TRANSLATE_NOOP("cMySettingsField", "1. Głośność"),
+     129,  1, Signed,   1, -57, 6, -5, "dB", "", {}},
+    {"suspendDelay", QT_TRANSLATE_NOOP("cMySettingsField", "3. Czas przejścia w tryb uśpienia po wynurzeniu"),
+     130,  2, Unsigned, 1, 0, 65535, 3600, "", "parCb2", {}},
+    {"suspendSampling", QT_TRANSLATE_NOOP("cMySettingsField", "4. Okres próbkowania głębokości w trybie uśpienia"),
+     132,  1, Unsigned, 1, 0, 255, 6, "", "parCb3", {}},
+    {"diveThreshold", QT_TRANSLATE_NOOP("cMySettingsField", "5. Próg zanurzenia"),
+     136,  1, Unsigned, 1, 5, 255, 100, "cm", "", {}},
+    {"surfacingThreshold", QT_TRANSLATE_NOOP("cMySettingsField", "6. Próg wynurzenia"),
+     138,  1, Unsigned, 1, 5, 250, 50, "cm", "", {}},
+    {"ascentThreshold", QT_TRANSLATE_NOOP("cMySettingsField", "7. Próg rozpoczęcia wynurzania"),
+     144,  2, Signed,   1, -200, 0, -50, "cm/s", "", {}},
+    {"bottomThreshold", QT_TRANSLATE_NOOP("cMySettingsField", "8. Próg rozpoczęcia pobytu na dnie"),
+     146,  2, Signed,   1, -100, 100, -10, "cm/s", "", {}},
+    {"salinity", QT_TRANSLATE_NOOP("cMySettingsField", "9. Zasolenie wody"),
+     152,  1, Unsigned, 1, 0, 100, 0, "\u2030", "", {}},
+    {"temperatureSource", QT_TRANSLATE_NOOP("cMySettingsField", "10. Żródło temperatury do wyliczenia gęstości wody"),
+     154,  1, Unsigned, 1, 0, 255, 1, "", "parCb4", {}},
+    {"fixedTemperature", QT_TRANSLATE_NOOP("cMySettingsField", "11. Stała temperatura do wyliczenia gęstości wody"),
+     156,  2, Signed,   10, 0, 60, 0, "\u00B0C", "", {}},
+    {"gravity", QT_TRANSLATE_NOOP("cMySettingsField", "Przyspieszenie ziemskie"),
+     158,  2, Unsigned, 3276.8, 0, 19.99, 32132, "m/s\u00B2", "", {}},
+    {"altitude", QT_TRANSLATE_NOOP("cMySettingsField", "12. Wysokość n.p.m."),
+     220,  2, Signed,   1, -1000, 10000, 0, "m", "", {}},
+    {"latitude", QT_TRANSLATE_NOOP("cMySettingsField", "13. Szerokość geograficzna"),
+     222,  1, Unsigned, 1, 0, 90, 45, "\u00B0", "", {}},
+    {"periodA", QT_TRANSLATE_NOOP("cMySettingsField", "Okres A"),
+     240,  1, Unsigned, 1, 1, 240, 3, "s", "", {}},
+    {"periodB", QT_TRANSLATE_NOOP("cMySettingsField", "Okres B"),
+     241,  1, Unsigned, 1, 1, 240, 5, "s", "", {}},
+    {"periodC", QT_TRANSLATE_NOOP("cMySettingsField", "Okres C"),
+     242,  1, Unsigned, 1, 1, 240, 15, "s", "", {}},
+    {"periodD", QT_TRANSLATE_NOOP("cMySettingsField", "Okres D"),
+     243,  1, Unsigned, 1, 1, 240, 30, "s", "", {}},
+    {"distanceE", QT_TRANSLATE_NOOP("cMySettingsField", "Dystans E"),
+     248,  2, Signed,   100, 0, 99.99, 0, "m", "", {}},
+    {"distanceF", QT_TRANSLATE_NOOP("cMySettingsField", "Dystans F"),
+     250,  2, Signed,   100, 0, 99.99, 0, "m", "", {}},
+    {"distanceG", QT_TRANSLATE_NOOP("cMySettingsField", "Dystans G"),
+     252,  2, Signed,   100, 0, 99.99, 0, "m", "", {}},
+    {"distanceH", QT_TRANSLATE_NOOP("cMySettingsField", "Dystans H"),
+     254,  2, Signed,   100, 0, 99.99, 0, "m", "", {}},
 };
 
 // Members of one rule; their addresses count from its first byte. The factor, unit and range of a
 // threshold are those of the measured value that the rule compares.
 constexpr Row timerRule[] = {
-    {"condition",     0, 1, Unsigned, 1, 0, 255, 254, "", "timCb1", {}},
-    {"measuredValue", 1, 1, Unsigned, 1, 0, 255, 255, "", "timCb2", {}},
-    {"comparison",    2, 1, Unsigned, 1, 0, 255, 0, "", "timCb3", {}},
-    {"threshold",     3, 2, Signed,   1, -32768, 32767, 0, "", "", {}},
-    {"action",        5, 1, Unsigned, 1, 0, 255, 127, "", "timCb4", {}},
-    {"time",          6, 2, Unsigned, 1, 0, 65535, 0, "s", "", {}},
+    {"condition", QT_TRANSLATE_NOOP("cMySettingsField", "Kiedy"),
+     0, 1, Unsigned, 1, 0, 255, editor::conditionNever, "", "timCb1", {}},
+    {"measuredValue", QT_TRANSLATE_NOOP("cMySettingsField", "Wartość"),
+     1, 1, Unsigned, 1, 0, 255, 255, "", "timCb2", {}},
+    {"comparison", QT_TRANSLATE_NOOP("cMySettingsField", "Porównanie"),
+     2, 1, Unsigned, 1, 0, 255, 0, "", "timCb3", {}},
+    {"threshold", QT_TRANSLATE_NOOP("cMySettingsField", "Próg"),
+     3, 2, Signed,   1, -32768, 32767, 0, "", "", {}},
+    {"action", QT_TRANSLATE_NOOP("cMySettingsField", "Akcja"),
+     5, 1, Unsigned, 1, 0, 255, 127, "", "timCb4", {}},
+    {"time", QT_TRANSLATE_NOOP("cMySettingsField", "Czas"),
+     6, 2, Unsigned, 1, 0, 65535, 0, "s", "", {}},
 };
 
 constexpr Row messageRule[] = {
-    {"condition",     0, 1, Unsigned, 1, 0, 255, 254, "", "msgCb1", {}},
-    {"measuredValue", 1, 1, Unsigned, 1, 0, 255, 255, "", "msgCb2", {}},
-    {"comparison",    2, 1, Unsigned, 1, 0, 255, 0, "", "msgCb3", {}},
-    {"threshold",     3, 2, Signed,   1, -32768, 32767, 0, "", "", {}},
-    {"message",       5, 1, Unsigned, 1, 0, 255, 127, "", "msgCb4", {}},
-    {"form",          6, 1, Unsigned, 1, 0, 255, 0, "", "msgCb5", {}},
-    {"repetition",    7, 1, Unsigned, 1, 0, 255, 0, "", "msgCb6", {}},
+    {"condition", QT_TRANSLATE_NOOP("cMySettingsField", "Kiedy"),
+     0, 1, Unsigned, 1, 0, 255, editor::conditionNever, "", "msgCb1", {}},
+    {"measuredValue", QT_TRANSLATE_NOOP("cMySettingsField", "Wartość"),
+     1, 1, Unsigned, 1, 0, 255, 255, "", "msgCb2", {}},
+    {"comparison", QT_TRANSLATE_NOOP("cMySettingsField", "Porównanie"),
+     2, 1, Unsigned, 1, 0, 255, 0, "", "msgCb3", {}},
+    {"threshold", QT_TRANSLATE_NOOP("cMySettingsField", "Próg"),
+     3, 2, Signed,   1, -32768, 32767, 0, "", "", {}},
+    {"message", QT_TRANSLATE_NOOP("cMySettingsField", "Komunikat"),
+     5, 1, Unsigned, 1, 0, 255, 127, "", "msgCb4", {}},
+    {"form", QT_TRANSLATE_NOOP("cMySettingsField", "Forma"),
+     6, 1, Unsigned, 1, 0, 255, 0, "", "msgCb5", {}},
+    {"repetition", QT_TRANSLATE_NOOP("cMySettingsField", "Powtarzanie"),
+     7, 1, Unsigned, 1, 0, 255, 0, "", "msgCb6", {}},
 };
 
 constexpr Row afterRules[] = {
-    {"description", 512, 512, Text, 1, 0, 0, 0, "", "",
+    {"description", QT_TRANSLATE_NOOP("cMySettingsField", "Opis"),
+     512, 512, Text, 1, 0, 0, 0, "", "",
      "\0astawy spelniajace wymagania normy EN 13319:2000\nver. 1.5"sv},
 };
 // clang-format on
 
 constexpr int ruleSize = 8;
-constexpr int timerRuleCount = 8;
 constexpr int timerRuleAddress = 256;
-constexpr int messageRuleCount = 24;
 constexpr int messageRuleAddress = 320;
 
 QByteArray defaultBytesOf(const Row& row)
@@ -113,6 +154,7 @@ void appendRows(QVector<cMySettingsField>& fields, const Row (&rows)[RowCount],
     for (const Row& row : rows) {
         cMySettingsField field;
         field.name = prefix + QString::fromLatin1(row.name);
+        field.captionKey = row.caption;
         field.address = base + row.address;
         field.width = row.width;
         field.encoding = row.encoding;
@@ -131,9 +173,7 @@ void appendRules(QVector<cMySettingsField>& fields, const Row (&members)[RowCoun
                  const char* name, int address, int count)
 {
     for (int rule = 0; rule < count; ++rule) {
-        const QString prefix = QStringLiteral("%1%2.")
-                                   .arg(QString::fromLatin1(name))
-                                   .arg(rule + 1, 2, 10, QLatin1Char('0'));
+        const QString prefix = editor::ruleMember(QString::fromLatin1(name), rule + 1, QString());
         appendRows(fields, members, prefix, address + ruleSize * rule);
     }
 }
@@ -142,8 +182,8 @@ QVector<cMySettingsField> buildFields()
 {
     QVector<cMySettingsField> fields;
     appendRows(fields, beforeRules, QString(), 0);
-    appendRules(fields, timerRule, "timerRule", timerRuleAddress, timerRuleCount);
-    appendRules(fields, messageRule, "messageRule", messageRuleAddress, messageRuleCount);
+    appendRules(fields, timerRule, "timerRule", timerRuleAddress, editor::timerRuleCount);
+    appendRules(fields, messageRule, "messageRule", messageRuleAddress, editor::messageRuleCount);
     appendRows(fields, afterRules, QString(), 0);
     return fields;
 }
@@ -156,6 +196,32 @@ const QVector<cMySettingsField>& settingsFields()
 {
     static const QVector<cMySettingsField> fields = buildFields();
     return fields;
+}
+
+const cMySettingsField& settingsField(const QString& name)
+{
+    static const QHash<QString, int> index = [] {
+        QHash<QString, int> rows;
+        for (int row = 0; row < settingsFields().size(); ++row) {
+            rows.insert(settingsFields().at(row).name, row);
+        }
+        return rows;
+    }();
+    const auto found = index.constFind(name);
+    if (found == index.constEnd()) {
+        qFatal("the settings image has no field %s", qPrintable(name));
+    }
+    return settingsFields().at(*found);
+}
+
+QString ruleMember(const QString& kind, int rule, const QString& member)
+{
+    return QStringLiteral("%1%2.%3").arg(kind).arg(rule, 2, 10, QLatin1Char('0')).arg(member);
+}
+
+QString caption(const cMySettingsField& field)
+{
+    return QCoreApplication::translate("cMySettingsField", field.captionKey);
 }
 
 } // namespace editor

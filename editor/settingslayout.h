@@ -19,9 +19,10 @@ enum class FieldEncoding {
 /// One field of the settings image.
 struct cMySettingsField
 {
-    QString name;    ///< unique; members of rules read "messageRule07.threshold"
-    int address = 0; ///< of the first byte, 0 to 1023
-    int width = 0;   ///< in bytes
+    QString name;                ///< unique; members of rules read "messageRule07.threshold"
+    const char* captionKey = ""; ///< source text of the caption, see editor::caption()
+    int address = 0;             ///< of the first byte, 0 to 1023
+    int width = 0;               ///< in bytes
     FieldEncoding encoding = FieldEncoding::Unsigned;
     double factor = 1;       ///< stored units for each displayed unit
     double minimum = 0;      ///< least displayed value of a number
@@ -34,9 +35,24 @@ struct cMySettingsField
 /// The one table that says what the settings image holds.
 namespace editor {
 
+constexpr int timerRuleCount = 8;
+constexpr int messageRuleCount = 24;
+
+/// The condition of a rule that is switched off.
+constexpr int conditionNever = 254;
+
 /// Every field in the order of its address. Bytes of the image that no field covers belong to the
 /// device and are kept as they are.
 [[nodiscard]] const QVector<cMySettingsField>& settingsFields();
+
+/// The field of that name. A name that does not exist is a fault of the program and ends it.
+[[nodiscard]] const cMySettingsField& settingsField(const QString& name);
+
+/// Name of a member of a rule: kind is "timerRule" or "messageRule", rules count from 1.
+[[nodiscard]] QString ruleMember(const QString& kind, int rule, const QString& member);
+
+/// What the field is called on the screen, in the language of the installed catalogue.
+[[nodiscard]] QString caption(const cMySettingsField& field);
 
 } // namespace editor
 

@@ -143,6 +143,100 @@
         <source>Sprawdz urządzenia DFU</source>
         <translation>DFU state devices check</translation>
     </message>
+    <message>
+        <source>Nastawy</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>Autor:</source>
+        <translation>Author:</translation>
+    </message>
+    <message>
+        <source>N/D</source>
+        <translation>N/A</translation>
+    </message>
+    <message>
+        <source>Tytuł:</source>
+        <translation>Title:</translation>
+    </message>
+    <message>
+        <source>Opis:</source>
+        <translation>Description:</translation>
+    </message>
+    <message>
+        <source>Opis</source>
+        <translation>Description</translation>
+    </message>
+    <message>
+        <source>Parametry</source>
+        <translation>Parameters</translation>
+    </message>
+    <message>
+        <source>Okresy komunikatów</source>
+        <translation>Message intervals</translation>
+    </message>
+    <message>
+        <source>Informacje</source>
+        <translation>Information</translation>
+    </message>
+    <message>
+        <source>Autor</source>
+        <translation>Author</translation>
+    </message>
+    <message>
+        <source>Pozostało znaków</source>
+        <translation>Characters still free</translation>
+    </message>
+    <message>
+        <source>Tytuł</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Reguły timerów</source>
+        <translation>Timers formulas</translation>
+    </message>
+</context>
+<context>
+    <name>cMyParametersTab</name>
+    <message>
+        <source>Próg zanurzenia powinien być co najmniej 10cm większy od progu wynurzenia.</source>
+        <translation>The dive start threshold should be at least 10 cm greater than the surfacing threshold.</translation>
+    </message>
+    <message>
+        <source>Małe wartości (poniżej 50cm) mogą powodować problemy związane z transportem Miolki (nieoczekiwane wejście i pozostanie w trybie nurkowania).</source>
+        <translation>Small values (below 50 cm) may cause trouble when the Miolka is transported (it may enter dive mode unexpectedly and stay in it).</translation>
+    </message>
+    <message>
+        <source>Powrót po podłączeniu USB lub manewrze &amp;quot;sztucznego wynurzenia&amp;quot; (szczegóły w instrukcji).</source>
+        <translation>It comes back when USB is connected, or by the &amp;quot;artificial surfacing&amp;quot; manoeuvre (see the manual).</translation>
+    </message>
+    <message>
+        <source>-10.0 - 100.0</source>
+        <translation>-10.0 - 100.0</translation>
+    </message>
+</context>
+<context>
+    <name>cMyRuleGrid</name>
+    <message>
+        <source>Reguła timera %1, %2</source>
+        <translation>Timer rule %1, %2</translation>
+    </message>
+    <message>
+        <source>Reguła komunikatu %1, %2</source>
+        <translation>Message rule %1, %2</translation>
+    </message>
+    <message>
+        <source>Nr</source>
+        <translation>No.</translation>
+    </message>
+    <message>
+        <source>powiedz</source>
+        <translation>say</translation>
+    </message>
+    <message>
+        <source>Jest</source>
+        <translation>Is</translation>
+    </message>
 </context>
 <context>
     <name>cMySettingsDocument</name>
@@ -165,6 +259,168 @@
     <message>
         <source>Zachować zmiany?</source>
         <translation>Do you want to save changes?</translation>
+    </message>
+</context>
+<context>
+    <name>cMySettingsField</name>
+    <message>
+        <source>Wersja programu</source>
+        <translation>Program version</translation>
+    </message>
+    <message>
+        <source>Autor</source>
+        <translation>Author</translation>
+    </message>
+    <message>
+        <source>Tytuł</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>2. Częstotliwość próbkowania głębokości</source>
+        <translation>2. Depth sampling rate</translation>
+    </message>
+    <message>
+        <source>1. Głośność</source>
+        <translation>1. Speaker volume</translation>
+    </message>
+    <message>
+        <source>3. Czas przejścia w tryb uśpienia po wynurzeniu</source>
+        <translation>3. Time to suspend mode after surfacing</translation>
+    </message>
+    <message>
+        <source>4. Okres próbkowania głębokości w trybie uśpienia</source>
+        <translation>4. Depth sampling period in suspend mode</translation>
+    </message>
+    <message>
+        <source>5. Próg zanurzenia</source>
+        <translation>5. Dive start depth threshold</translation>
+    </message>
+    <message>
+        <source>6. Próg wynurzenia</source>
+        <translation>6. Surfacing depth threshold</translation>
+    </message>
+    <message>
+        <source>7. Próg rozpoczęcia wynurzania</source>
+        <translation>7. Ascent phase speed threshold</translation>
+    </message>
+    <message>
+        <source>8. Próg rozpoczęcia pobytu na dnie</source>
+        <translation>8. Bottom phase speed threshold</translation>
+    </message>
+    <message>
+        <source>9. Zasolenie wody</source>
+        <translation>9. Local salinity</translation>
+    </message>
+    <message>
+        <source>10. Żródło temperatury do wyliczenia gęstości wody</source>
+        <translation>10. Temperature source for the water density</translation>
+    </message>
+    <message>
+        <source>11. Stała temperatura do wyliczenia gęstości wody</source>
+        <translation>11. Fixed temperature for the water density</translation>
+    </message>
+    <message>
+        <source>Przyspieszenie ziemskie</source>
+        <translation>Local gravity</translation>
+    </message>
+    <message>
+        <source>12. Wysokość n.p.m.</source>
+        <translation>12. AMSL</translation>
+    </message>
+    <message>
+        <source>13. Szerokość geograficzna</source>
+        <translation>13. Latitude (N or S)</translation>
+    </message>
+    <message>
+        <source>Okres A</source>
+        <translation>Period A</translation>
+    </message>
+    <message>
+        <source>Okres B</source>
+        <translation>Period B</translation>
+    </message>
+    <message>
+        <source>Okres C</source>
+        <translation>Period C</translation>
+    </message>
+    <message>
+        <source>Okres D</source>
+        <translation>Period D</translation>
+    </message>
+    <message>
+        <source>Dystans E</source>
+        <translation>Distance E</translation>
+    </message>
+    <message>
+        <source>Dystans F</source>
+        <translation>Distance F</translation>
+    </message>
+    <message>
+        <source>Dystans G</source>
+        <translation>Distance G</translation>
+    </message>
+    <message>
+        <source>Dystans H</source>
+        <translation>Distance H</translation>
+    </message>
+    <message>
+        <source>Kiedy</source>
+        <translation>When</translation>
+    </message>
+    <message>
+        <source>Wartość</source>
+        <translation>Value</translation>
+    </message>
+    <message>
+        <source>Porównanie</source>
+        <translation>Comparison</translation>
+    </message>
+    <message>
+        <source>Próg</source>
+        <translation>Threshold</translation>
+    </message>
+    <message>
+        <source>Akcja</source>
+        <translation>Action</translation>
+    </message>
+    <message>
+        <source>Czas</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>Komunikat</source>
+        <translation>Message</translation>
+    </message>
+    <message>
+        <source>Forma</source>
+        <translation>Form</translation>
+    </message>
+    <message>
+        <source>Powtarzanie</source>
+        <translation>Repetition</translation>
+    </message>
+    <message>
+        <source>Opis</source>
+        <translation>Description</translation>
+    </message>
+</context>
+<context>
+    <name>cMyTableModel</name>
+    <message>
+        <source>Nazwa</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Wartosc</source>
+        <translation>Value</translation>
+    </message>
+    <message>
+        <source>Faktor</source>
+        <translation>Factor</translation>
+    </message>
+    <message>
+        <source>Jednostka</source>
+        <translation>Unit</translation>
     </message>
 </context>
 </TS>

@@ -72,8 +72,8 @@ private:
 void TestDroppedFiles::init()
 {
     m_directory = std::make_unique<QTemporaryDir>();
-    support::writeFile(path("żółw 1.mio"), support::settingsText(QByteArray(1024, 'x')));
-    support::writeFile(path("b.mio"), support::settingsText(QByteArray(1024, 'b')));
+    support::writeFile(path("żółw 1.mio"), support::settingsText(support::markedImage('x')));
+    support::writeFile(path("b.mio"), support::settingsText(support::markedImage('b')));
     m_window = std::make_unique<MainWindow>();
     m_window->show();
 }
@@ -85,7 +85,7 @@ void TestDroppedFiles::opensLikeOpen()
     QVERIFY(drop({QUrl::fromLocalFile(path("żółw 1.mio"))}));
     // The source of the drag is not kept waiting for the answer.
     QVERIFY(user.seen().isEmpty());
-    QTRY_COMPARE(bytes(), QByteArray(1024, 'x'));
+    QTRY_COMPARE(bytes(), support::markedImage('x'));
     QVERIFY(m_window->windowTitle().endsWith(QStringLiteral(" --- ") + path("żółw 1.mio")));
     QVERIFY(user.isFinished());
 }
@@ -96,7 +96,7 @@ void TestDroppedFiles::asksFirst()
     user.press(QMessageBox::Yes);
     user.chooseFile(path("kept.mio"));
     QVERIFY(drop({QUrl::fromLocalFile(path("b.mio"))}));
-    QTRY_COMPARE(bytes(), QByteArray(1024, 'b'));
+    QTRY_COMPARE(bytes(), support::markedImage('b'));
     QCOMPARE(user.seen().at(0).text, QStringLiteral("Do you want to save changes?"));
     QCOMPARE(support::readFile(path("kept.mio")), support::settingsText(support::templateImage()));
 }
@@ -117,9 +117,9 @@ void TestDroppedFiles::theFirstFileOfSeveral()
     user.press(QMessageBox::No);
     QVERIFY(drop({QUrl(QStringLiteral("https://example.org/a.mio")),
                   QUrl::fromLocalFile(path("b.mio")), QUrl::fromLocalFile(path("żółw 1.mio"))}));
-    QTRY_COMPARE(bytes(), QByteArray(1024, 'b'));
+    QTRY_COMPARE(bytes(), support::markedImage('b'));
     QTest::qWait(50);
-    QCOMPARE(bytes(), QByteArray(1024, 'b'));
+    QCOMPARE(bytes(), support::markedImage('b'));
 }
 
 void TestDroppedFiles::whatIsNoFileIsRefused_data()
@@ -142,7 +142,7 @@ void TestDroppedFiles::whatIsNoFileIsRefused()
 
 void TestDroppedFiles::aNameThatIsNoUtf8IsRefused()
 {
-    const QByteArray text = support::settingsText(QByteArray(1024, 'x'));
+    const QByteArray text = support::settingsText(support::markedImage('x'));
     const QByteArray name = path("a").toUtf8() + "\xFF.mio";
     support::writeRawFile(name, text);
     support::writeFile(path("a\xEF\xBF\xBD.mio"), text);
@@ -195,10 +195,10 @@ void TestDroppedFiles::twoDropsAskOnce()
     user.chooseFile(path("kept.mio"));
     QVERIFY(drop({QUrl::fromLocalFile(path("b.mio"))}));
     QVERIFY(drop({QUrl::fromLocalFile(path("żółw 1.mio"))}));
-    QTRY_COMPARE(bytes(), QByteArray(1024, 'b'));
+    QTRY_COMPARE(bytes(), support::markedImage('b'));
     QTest::qWait(50);
     QVERIFY(user.isFinished());
-    QCOMPARE(bytes(), QByteArray(1024, 'b'));
+    QCOMPARE(bytes(), support::markedImage('b'));
     QCOMPARE(support::readFile(path("kept.mio")), support::settingsText(support::templateImage()));
 }
 

@@ -7,6 +7,7 @@
 #include "image/memoryarea.h"
 #include "tests/support/dialogscript.h"
 #include "tests/support/guitest.h"
+#include "tests/support/offeredimage.h"
 #include "tests/support/posix.h"
 #include "tests/support/template.h"
 
@@ -103,7 +104,7 @@ void TestSettingsDocument::init()
 {
     m_directory = std::make_unique<QTemporaryDir>();
     support::writeFile(path("four.mio"), fourBytes);
-    support::writeFile(path("other.mio"), support::settingsText(QByteArray(1024, 'x')));
+    support::writeFile(path("other.mio"), support::settingsText(support::markedImage('x')));
     m_window = std::make_unique<MainWindow>();
     m_window->show();
     m_user = std::make_unique<support::DialogScript>();
@@ -182,20 +183,20 @@ void TestSettingsDocument::openCancelledChangesNothing()
     openSaved("other.mio");
     m_user->dismiss();
     trigger("actionOpen");
-    QCOMPARE(bytes(), QByteArray(1024, 'x'));
+    QCOMPARE(bytes(), support::markedImage('x'));
     QCOMPARE(shownPath(), path("other.mio"));
     QVERIFY(!area().isModified());
 }
 
 void TestSettingsDocument::aBadThirdLineEndsTheLoad()
 {
-    QList<QByteArray> lines = support::settingsText(QByteArray(1024, 'x')).split('\n');
+    QList<QByteArray> lines = support::settingsText(support::markedImage('x')).split('\n');
     lines[2].replace(40, 2, "00");
     support::writeFile(path("bad.mio"), lines.join('\n'));
     m_user->press(QMessageBox::No);
     m_user->chooseFile(path("bad.mio"));
     trigger("actionOpen");
-    QCOMPARE(bytes(), support::templateImage().replace(0, 32, QByteArray(32, 'x')));
+    QCOMPARE(bytes(), support::templateImage().replace(0, 32, support::markedImage('x').left(32)));
     QCOMPARE(shownPath(), path("bad.mio"));
 }
 
@@ -209,7 +210,7 @@ void TestSettingsDocument::anUnreadableFileBecomesTheCurrentFile()
         m_user->chooseFile(path("four.mio"));
         trigger("actionOpen");
     }
-    QCOMPARE(bytes(), QByteArray(1024, 'x'));
+    QCOMPARE(bytes(), support::markedImage('x'));
     QVERIFY(!area().isModified());
     QCOMPARE(shownPath(), path("four.mio"));
 }
@@ -222,7 +223,7 @@ void TestSettingsDocument::keepingChangesSavesThemFirst()
     m_user->chooseFile(path("four.mio"));
     trigger("actionOpen");
     QCOMPARE(support::readFile(path("other.mio")),
-             support::settingsText(QByteArray(1024, 'x').replace(0, 1, "y")));
+             support::settingsText(support::markedImage('x').replace(0, 1, "y")));
     QCOMPARE(shownPath(), path("four.mio"));
 }
 
@@ -245,7 +246,7 @@ void TestSettingsDocument::keepingChangesThenCancellingBothDialogsOfOpen()
     QCOMPARE(m_user->seen().at(1).title, QStringLiteral("Save to file"));
     QCOMPARE(m_user->seen().at(2).title, QStringLiteral("Open file"));
     QCOMPARE(shownPath(), path("other.mio"));
-    QCOMPARE(bytes(), QByteArray(1024, 'x'));
+    QCOMPARE(bytes(), support::markedImage('x'));
 }
 
 void TestSettingsDocument::everyPathThatIsOpenedIsLogged()
@@ -432,11 +433,7 @@ void TestSettingsDocument::theTitleShowsMarksLiterally()
 void TestSettingsDocument::bytesOfAnUneditedFileComeBack()
 {
     QRandomGenerator random(1004);
-    QByteArray image(1024, '\0');
-    for (char& byte : image) {
-        byte = static_cast<char>(random.generate());
-    }
-    support::writeFile(path("random.mio"), support::settingsText(image));
+    support::writeFile(path("random.mio"), support::settingsText(support::offeredImage(random)));
     m_user->press(QMessageBox::No);
     m_user->chooseFile(path("random.mio"));
     trigger("actionOpen");
@@ -481,7 +478,7 @@ void TestSettingsDocument::toolBarButtons()
     area().setData(0, 'y');
     click("actionSave");
     QCOMPARE(support::readFile(path("other.mio")),
-             support::settingsText(QByteArray(1024, 'x').replace(0, 1, "y")));
+             support::settingsText(support::markedImage('x').replace(0, 1, "y")));
     m_user->chooseFile(path("copy.mio"));
     click("actionSaveAs");
     QCOMPARE(shownPath(), path("copy.mio"));

@@ -92,8 +92,8 @@ void TestProgram::initTestCase()
 void TestProgram::init()
 {
     m_directory = std::make_unique<QTemporaryDir>();
-    support::writeFile(path("dive 1.mio"), support::settingsText(QByteArray(1024, 'x')));
-    support::writeFile(path("other.mio"), support::settingsText(QByteArray(1024, 'o')));
+    support::writeFile(path("dive 1.mio"), support::settingsText(support::markedImage('x')));
+    support::writeFile(path("other.mio"), support::settingsText(support::markedImage('o')));
 }
 
 void TestProgram::cleanup()
@@ -161,10 +161,11 @@ void TestProgram::withANameThatIsNoUtf8()
 void TestProgram::lettersInTheCLocale()
 {
     QVERIFY(QFile::remove(path("dive 1.mio")));
-    support::writeFile(path("żółw.mio"), support::settingsText(QByteArray(1024, 'x'), "\r\n"));
+    support::writeFile(path("żółw.mio"), support::settingsText(support::markedImage('x'), "\r\n"));
     start(QStringLiteral("żółw.mio"), QStringLiteral("C"));
     m_desktop->press({QStringLiteral("ctrl+s")});
-    QTRY_COMPARE(support::readFile(path("żółw.mio")), support::settingsText(QByteArray(1024, 'x')));
+    QTRY_COMPARE(support::readFile(path("żółw.mio")),
+                 support::settingsText(support::markedImage('x')));
     QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files),
              (QStringList{QStringLiteral("other.mio"), QStringLiteral("żółw.mio")}));
     quit();

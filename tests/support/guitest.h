@@ -43,6 +43,15 @@ int runGuiTest(int argc, char* argv[])
     return result;
 }
 
+/// Types a text, key by key.
+inline void type(QWidget& widget, const char* utf8)
+{
+    for (const QChar character : QString::fromUtf8(utf8)) {
+        QTest::sendKeyEvent(QTest::Click, &widget, Qt::Key_unknown, QString(character),
+                            Qt::NoModifier);
+    }
+}
+
 } // namespace support
 
 /// The main function of a test that shows windows.

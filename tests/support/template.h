@@ -37,6 +37,17 @@ inline QByteArray templateImage()
     return image;
 }
 
+/// The default settings with that mark wherever the bytes belong to the device. No input shows
+/// those, so that they are the same after loading and saving.
+inline QByteArray markedImage(char mark)
+{
+    QByteArray image = templateImage();
+    for (const auto& [first, count] : {std::pair(4, 12), std::pair(64, 64), std::pair(160, 60)}) {
+        image.replace(first, count, QByteArray(count, mark));
+    }
+    return image;
+}
+
 /// The area's bytes from 0 on, 1024 unless another count is asked for.
 inline QByteArray bytesOf(const cMyMemoryArea& area, int count = image::settingsImageSize)
 {

@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "editor/optionbox.h"
+
+#include "editor/cell.h"
+#include "editor/shortlabels.h"
+
+#include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QStylePainter>
+#include <QToolTip>
+
+namespace {
+
+using editor::cellMargin;
+
+constexpr int arrowSize = 8; // pixels
+
+} // namespace
+
+cMyOptionBox::cMyOptionBox(QWidget* parent) : QComboBox(parent) {}
+
+void cMyOptionBox::setCell(std::shared_ptr<cMyShortLabels> labels, int leastWidth)
+{
+    m_labels = std::move(labels);
+    m_leastWidth = leastWidth;
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setAttribute(Qt::WA_Hover);
+    updateGeometry();
+}
+
+void cMyOptionBox::setQuiet(bool quiet)
+{
+    if (m_isQuiet != quiet) {
+        m_isQuiet = quiet;
+        update();
+    }
+}
+
+QRect cMyOptionBox::cellTextRect() const
+{
+    return rect().adjusted(cellMargin, 0, -cellMargin, 0);
+}
+
+QSize cMyOptionBox::sizeHint() const
+{
+    return m_labels == nullptr ? QComboBox::sizeHint()
+                               : editor::cellSize(m_labels->fullWidth(), fontMetrics());
+}
+
+QSize cMyOptionBox::minimumSizeHint() const
+{
+    return m_labels == nullptr ? QComboBox::minimumSizeHint()
+                               : editor::cellSize(m_leastWidth, fontMetrics());
+}
+
+void cMyOptionBox::showPopup()
+{
+    constexpr int margins = 8;
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    view()->setMinimumWidth(view()->sizeHintForColumn(modelColumn()) + scrollBar + margins);
+    QComboBox::showPopup();
+}
+
+void cMyOptionBox::paintEvent(QPaintEvent* event)
+{
+    if (m_labels == nullptr) {
+        QComboBox::paintEvent(event);
+    } else {
+        paintCell();
+    }
+}
+
+void cMyOptionBox::paintCell()
+{
+    QStylePainter painter(this);
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    editor::paintCellFrame(painter, *this, option.state.testFlag(QStyle::State_On));
+    const QRect textRect = cellTextRect();
+    const QString text = m_labels->label(currentIndex(), textRect.width());
+    if (fontMetrics().horizontalAdvance(text) + cellMargin + arrowSize <= textRect.width()) {
+        paintArrow(painter, textRect, option);
+    }
+    const auto colours = isEnabled() ? QPalette::Active : QPalette::Disabled;
+    painter.setPen(m_isQuiet && isEnabled() ? editor::quietColor(palette())
+                                            : palette().color(colours, QPalette::Text));
+    painter.drawText(textRect, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeading), text);
+}
+
+void cMyOptionBox::paintArrow(QStylePainter& painter, const QRect& within,
+                              const QStyleOption& option)
+{
+    QStyleOption arrow(option);
+    arrow.rect =
+        QRect(within.right() + 1 - arrowSize, (height() - arrowSize) / 2, arrowSize, arrowSize);
+    arrow.rect = QStyle::visualRect(layoutDirection(), rect(), arrow.rect);
+    arrow.palette.setColor(QPalette::ButtonText, editor::quietColor(palette()));
+    painter.drawPrimitive(QStyle::PE_IndicatorArrowDown, arrow);
+}
+
+bool cMyOptionBox::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip && m_labels != nullptr &&
+        fontMetrics().horizontalAdvance(currentText()) > cellTextRect().width()) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        QToolTip::showText(help->globalPos(), currentText().toHtmlEscaped(), this);
+        return true;
+    }
+    return QComboBox::event(event);
+}

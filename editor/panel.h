@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_EDITOR_PANEL_H
+#define MIOLKA_EDITOR_PANEL_H
+
+#include <QGroupBox>
+
+/// A group on a panel with round corners, in the palette's base colour, so that its captions are
+/// as readable as the fields whatever the page beneath looks like.
+class cMyPanel : public QGroupBox
+{
+    Q_OBJECT
+
+public:
+    explicit cMyPanel(QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+#endif

@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "editor/shortlabels.h"
+
+namespace {
+
+QString withGap(const QString& text, int kept, double frontShare)
+{
+    const int front = qRound(kept * frontShare);
+    return text.left(front).trimmed() + QChar(0x2026) + text.right(kept - front);
+}
+
+/// A text that takes advance pixels, in no more than width of them, with this share of what
+/// remains before the gap.
+QString cut(const QString& text, int advance, const QFontMetrics& metrics, int width,
+            double frontShare)
+{
+    const auto fits = [&](int kept) {
+        return metrics.horizontalAdvance(withGap(text, kept, frontShare)) <= width;
+    };
+    // Letters are about as wide as the text's average, so that few lengths need measuring.
+    int kept = qBound(1, text.size() * width / qMax(1, advance) - 1, text.size() - 1);
+    while (kept > 0 && !fits(kept)) {
+        --kept;
+    }
+    while (kept + 1 < text.size() && fits(kept + 1)) {
+        ++kept;
+    }
+    return withGap(text, kept, frontShare);
+}
+
+} // namespace
+
+cMyShortLabels::cMyShortLabels(QStringList labels, const QFontMetrics& metrics)
+    : m_labels(std::move(labels)), m_metrics(metrics)
+{
+    m_advances.reserve(m_labels.size());
+    for (const QString& label : qAsConst(m_labels)) {
+        m_advances.append(m_metrics.horizontalAdvance(label));
+        m_fullWidth = qMax(m_fullWidth, m_advances.last());
+    }
+}
+
+QString cMyShortLabels::label(int row, int width)
+{
+    if (row < 0 || row >= m_labels.size() || m_advances.at(row) <= width) {
+        return m_labels.value(row);
+    }
+    if (width != m_width) {
+        shorten(width);
+    }
+    return m_short.value(row);
+}
+
+void cMyShortLabels::shorten(int width)
+{
+    m_width = width;
+    m_short.clear();
+    QVector<int> open; // rows that have no label of their own yet
+    for (int row = 0; row < m_labels.size(); ++row) {
+        const bool fits = m_advances.at(row) <= width;
+        m_short.append(fits ? m_labels.at(row) : QString());
+        if (!fits) {
+            open.append(row);
+        }
+    }
+    for (const double frontShare : {0.5, 1.0, 0.75, 0.25}) {
+        QStringList candidates = m_short;
+        for (const int row : qAsConst(open)) {
+            candidates[row] =
+                cut(m_labels.at(row), m_advances.at(row), m_metrics, width, frontShare);
+        }
+        QVector<int> rest;
+        for (const int row : qAsConst(open)) {
+            if (candidates.count(candidates.at(row)) == 1) {
+                m_short[row] = candidates.at(row);
+            } else {
+                rest.append(row);
+            }
+        }
+        open = rest;
+    }
+    for (const int row : qAsConst(open)) {
+        m_short[row] = m_labels.at(row); // rather cut off by the edge than mistaken for another
+    }
+}

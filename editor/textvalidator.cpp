@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "editor/textvalidator.h"
+
+#include <algorithm>
+
+namespace editor {
+
+Edit difference(const QString& before, const QString& after)
+{
+    const int shorter = std::min(before.size(), after.size());
+    int front = 0;
+    while (front < shorter && before.at(front) == after.at(front)) {
+        ++front;
+    }
+    int back = 0;
+    while (back < shorter - front &&
+           before.at(before.size() - 1 - back) == after.at(after.size() - 1 - back)) {
+        ++back;
+    }
+    return {front, before.size() - front - back, after.mid(front, after.size() - front - back)};
+}
+
+bool isTypable(QChar character)
+{
+    return character >= QLatin1Char(' ') && character <= QLatin1Char('~');
+}
+
+} // namespace editor
+
+cMyTextValidator::cMyTextValidator(QObject* parent)
+    : QRegularExpressionValidator(QRegularExpression(QStringLiteral("(^[\\40-\\176]{0,511}$)")),
+                                  parent)
+{
+}
+
+QValidator::State cMyTextValidator::validate(QString& input, int& position) const
+{
+    QString typed = editor::withoutLoaded(input, m_loaded, editor::isTypable);
+    // A line feed at the end is a partial match, and what is not finished would be let in.
+    const QValidator::State state = QRegularExpressionValidator::validate(typed, position);
+    return state == Acceptable || typed.isEmpty() ? Acceptable : Invalid;
+}
