@@ -330,7 +330,7 @@ void TestParametersTab::gravityFollowsThePlace()
     number("par12Sb")->setValue(90);
     QCOMPARE(support::imageOf(*m_window).mid(158, 2), QByteArray("\xDA\x7D"));
     number("par11Sb")->setValue(10000);
-    QCOMPARE(support::imageOf(*m_window).mid(158, 2), QByteArray("\x75\x7D"));
+    QCOMPARE(support::imageOf(*m_window).mid(158, 2), QByteArray("\x74\x7D"));
 }
 
 void TestParametersTab::gravityIsThatOfThePlaceWhateverWasShown()
