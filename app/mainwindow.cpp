@@ -71,6 +71,10 @@ void MainWindow::createParametersTab()
                                         ui->lAuthorFree, ui->lTitleFree, ui->lDescriptionFree,
                                         ui->lParamAutor, ui->lParamTytul, ui->pteParamDesc},
                                        *m_gate, *this);
+    // The texts were there before the inputs that stand above them.
+    setTabOrder(&m_parameters->lastInput(), ui->leAuthor);
+    setTabOrder(ui->leAuthor, ui->leTitle);
+    setTabOrder(ui->leTitle, ui->pteDescription);
 }
 
 void MainWindow::createTimersTab()

@@ -44,8 +44,12 @@ void bindTo(Input& input, const cMySettingsField& field, cMyImageGate& gate)
 
 namespace editor {
 
-void guardWheel(QWidget& input)
+void prepareInput(QWidget& input, const QString& name)
 {
+    input.setAccessibleName(name);
+    if (qobject_cast<QComboBox*>(&input) != nullptr) {
+        input.setAccessibleDescription(name); // on some systems a list's name is its choice
+    }
     static auto* guard = new cMyWheelGuard(QCoreApplication::instance());
     input.setFocusPolicy(Qt::StrongFocus); // not by the wheel
     input.installEventFilter(guard);

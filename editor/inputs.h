@@ -16,9 +16,9 @@ class cMyTableModel;
 /// What every input of the editor has in common.
 namespace editor {
 
-/// Lets an input take the wheel only while it has the focus, so that scrolling a page changes no
-/// setting.
-void guardWheel(QWidget& input);
+/// Names an input for those who do not see where it stands, and lets it take the wheel only while
+/// it has the focus, so that scrolling a page changes no setting.
+void prepareInput(QWidget& input, const QString& name);
 
 /// Lets an input store itself in a field, through the gate.
 void bindInput(cMyComboBoxW2& input, const cMySettingsField& field, cMyImageGate& gate);

@@ -6,9 +6,9 @@
 
 #include <QScrollArea>
 
-/// Scrolls the contents of a page of the window, whose background shows through. It does not ask its contents how large they would
-/// like to be: a page takes what the window gives it, and laying out a hidden page for a mere hint
-/// would delay the program's start.
+/// Scrolls the contents of a page of the window, whose background shows through. It does not ask
+/// its contents how large they would like to be: a page takes what the window gives it, and laying
+/// out a hidden page for a mere hint would delay the program's start.
 class cMyPageScroll : public QScrollArea
 {
     Q_OBJECT

@@ -41,8 +41,7 @@ void addRow(QFormLayout& form, QWidget& input, const char* name, const cMySettin
     label->setTextFormat(Qt::PlainText);
     label->setBuddy(&input);
     input.setObjectName(QString::fromLatin1(name));
-    input.setAccessibleName(label->text());
-    editor::guardWheel(input);
+    editor::prepareInput(input, label->text());
     form.addRow(label, &input);
 }
 
@@ -71,7 +70,7 @@ cMyParametersTab::cMyParametersTab(const Forms& forms, cMyImageGate& gate, QObje
     addField(*forms.distances, "lDystansE", "distanceE");
     addField(*forms.distances, "lDystansF", "distanceF");
     addField(*forms.distances, "lDystansG", "distanceG");
-    addField(*forms.distances, "lDystansH", "distanceH");
+    m_lastInput = addField(*forms.distances, "lDystansH", "distanceH");
 }
 
 void cMyParametersTab::buildParameters(QFormLayout& form)

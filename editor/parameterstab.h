@@ -13,6 +13,7 @@
 class QDoubleSpinBox;
 class QFormLayout;
 class QSpinBox;
+class QWidget;
 class cMyImageGate;
 
 /// The device's thirteen parameters, and the periods and distances that message rules refer to.
@@ -42,6 +43,9 @@ public:
     [[nodiscard]] QDoubleSpinBox& altitude() const { return *m_altitude; }
     [[nodiscard]] QDoubleSpinBox& latitude() const { return *m_latitude; }
 
+    /// The last input in the order of the tab key.
+    [[nodiscard]] QWidget& lastInput() const { return *m_lastInput; }
+
     /// Stores an altitude, truncated to whole metres, and the gravity at the place that is shown.
     void storeAltitude(double altitude);
 
@@ -64,6 +68,7 @@ private:
     QSpinBox* m_volume = nullptr;
     QDoubleSpinBox* m_altitude = nullptr;
     QDoubleSpinBox* m_latitude = nullptr;
+    QWidget* m_lastInput = nullptr;
     QVector<std::function<void()>> m_updates; ///< one for each input
 };
 

@@ -149,9 +149,8 @@ void cMyRuleGrid::buildRow(int rule)
         const cMySettingsField& bound = field(rule, column.member);
         QWidget* input = addInput(row, column, bound);
         input->setObjectName(name + QString::fromLatin1(column.objectName));
-        input->setAccessibleName(
-            tr(m_kind.inputNameKey).arg(rule).arg(editor::caption(bound).toLower()));
-        editor::guardWheel(*input);
+        editor::prepareInput(
+            *input, tr(m_kind.inputNameKey).arg(rule).arg(editor::caption(bound).toLower()));
         m_place.layout->addWidget(input, gridRow, column.gridColumn);
     }
     if (m_kind.wordColumn >= 0) {
