@@ -45,6 +45,22 @@ void addRow(QFormLayout& form, QWidget& input, const char* name, const cMySettin
     form.addRow(label, &input);
 }
 
+/// Lets forms that stand side by side divide their width alike.
+void alignCaptions(const std::initializer_list<QFormLayout*>& forms)
+{
+    QList<QWidget*> captions;
+    int widest = 0;
+    for (const QFormLayout* form : forms) {
+        for (int row = 0; row < form->rowCount(); ++row) {
+            captions.append(form->itemAt(row, QFormLayout::LabelRole)->widget());
+            widest = qMax(widest, captions.last()->sizeHint().width());
+        }
+    }
+    for (QWidget* caption : qAsConst(captions)) {
+        caption->setMinimumWidth(widest);
+    }
+}
+
 quint32 gravityAddress()
 {
     return static_cast<quint32>(editor::settingsField(QStringLiteral("gravity")).address);
@@ -71,6 +87,7 @@ cMyParametersTab::cMyParametersTab(const Forms& forms, cMyImageGate& gate, QObje
     addField(*forms.distances, "lDystansF", "distanceF");
     addField(*forms.distances, "lDystansG", "distanceG");
     m_lastInput = addField(*forms.distances, "lDystansH", "distanceH");
+    alignCaptions({forms.periods, forms.distances});
 }
 
 void cMyParametersTab::buildParameters(QFormLayout& form)

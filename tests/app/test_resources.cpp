@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "tests/support/contrast.h"
 #include "tests/support/guitest.h"
 
 #include <QFile>
 #include <QImageReader>
 #include <QXmlStreamReader>
-
-#include <cmath>
 
 /// Everything that is embedded in the program, asked for by name.
 class TestResources : public QObject
@@ -26,22 +25,9 @@ private slots:
 
 namespace {
 
+using support::contrast;
+
 const char* const icons[] = {"new", "open", "save", "save_as", "exit", "upload", "download"};
-
-double luminance(const QColor& colour)
-{
-    const auto linear = [](double channel) {
-        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
-}
-
-double contrast(const QColor& one, const QColor& other)
-{
-    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
-    return (lighter + 0.05) / (darker + 0.05);
-}
 
 } // namespace
 
