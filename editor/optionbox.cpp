@@ -57,9 +57,16 @@ QSize cMyOptionBox::minimumSizeHint() const
 
 void cMyOptionBox::showPopup()
 {
-    constexpr int margins = 8;
-    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    view()->setMinimumWidth(view()->sizeHintForColumn(modelColumn()) + scrollBar + margins);
+    const QFontMetrics metrics = view()->fontMetrics();
+    int longest = 0;
+    for (int row = 0; row < count(); ++row) {
+        // Styles that show the list as a menu double every "&", and shorten a text as if it were
+        // that long.
+        const QString text = itemText(row).replace(QLatin1String("&"), QLatin1String("&&"));
+        longest = qMax(longest, metrics.horizontalAdvance(text));
+    }
+    const int padding = 2 * metrics.height() + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    view()->setMinimumWidth(longest + padding);
     QComboBox::showPopup();
 }
 

@@ -11,15 +11,15 @@ void cMyPanel::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    QColor border = palette().color(QPalette::Text);
+    QColor border = palette().color(QPalette::WindowText);
     constexpr int faint = 60;
     border.setAlpha(faint);
     painter.setPen(border);
-    painter.setBrush(palette().brush(QPalette::Base));
+    painter.setBrush(palette().brush(QPalette::Window));
     constexpr double half = 0.5; // lines of a pixel lie between coordinates
     constexpr double corner = 6;
     painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), corner, corner);
-    painter.setPen(palette().color(QPalette::Text));
+    painter.setPen(palette().color(QPalette::WindowText));
     constexpr int left = 12;
     constexpr int top = 6;
     painter.drawText(rect().adjusted(left, top, -left, 0),

@@ -6,8 +6,8 @@
 
 #include <QGroupBox>
 
-/// A group on a panel with round corners, in the palette's base colour, so that its captions are
-/// as readable as the fields whatever the page beneath looks like.
+/// A group on a panel with round corners in the palette's window colour, so that its captions and
+/// fields can be read whatever the page beneath looks like.
 class cMyPanel : public QGroupBox
 {
     Q_OBJECT
