@@ -24,6 +24,17 @@ QColor quietColor(const QPalette& palette)
             (2 * text.blue() + base.blue()) / 3};
 }
 
+QPalette cellPalette(QPalette palette, bool quiet)
+{
+    const QColor text =
+        quiet ? quietColor(palette) : palette.color(QPalette::Active, QPalette::Text);
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+        palette.setColor(group, QPalette::Text, text);
+        palette.setColor(group, QPalette::WindowText, text);
+    }
+    return palette;
+}
+
 void paintCellFrame(QPainter& painter, const QWidget& input, bool isOpen)
 {
     const bool isInUse = input.hasFocus() || isOpen;

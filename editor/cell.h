@@ -24,6 +24,10 @@ constexpr int cellMargin = 4;
 /// The fainter one of a palette's text colours: still more than 4.5 to 1 on its background.
 [[nodiscard]] QColor quietColor(const QPalette& palette);
 
+/// A palette whose texts are in the usual or, if quiet, the fainter colour. What is disabled keeps
+/// its own.
+[[nodiscard]] QPalette cellPalette(QPalette palette, bool quiet);
+
 /// A frame around the input if it has the focus or the mouse; else nothing.
 void paintCellFrame(QPainter& painter, const QWidget& input, bool isOpen);
 

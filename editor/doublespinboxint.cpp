@@ -43,6 +43,29 @@ void cMyDoubleSpinBoxInt::setCell(int textWidth)
     updateGeometry();
 }
 
+void cMyDoubleSpinBoxInt::setQuiet(bool quiet)
+{
+    m_isQuiet = quiet;
+    colourText();
+}
+
+void cMyDoubleSpinBoxInt::showEvent(QShowEvent* event)
+{
+    QDoubleSpinBox::showEvent(event);
+    colourText();
+}
+
+void cMyDoubleSpinBoxInt::colourText()
+{
+    // Under a style sheet the line edit does not inherit colours, and loses its own when it is
+    // polished before it is shown.
+    if (!m_cellSize.isEmpty()) {
+        QPalette colours = editor::cellPalette(palette(), m_isQuiet);
+        colours.setColor(QPalette::Base, Qt::transparent);
+        lineEdit()->setPalette(colours);
+    }
+}
+
 QSize cMyDoubleSpinBoxInt::sizeHint() const
 {
     return m_cellSize.isEmpty() ? QDoubleSpinBox::sizeHint() : m_cellSize;

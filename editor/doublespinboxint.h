@@ -28,6 +28,9 @@ public:
     /// Makes it look like a cell of a table, with room for a text of that many pixels.
     void setCell(int textWidth);
 
+    /// Shows its text in a cell's usual or, if quiet, its fainter colour.
+    void setQuiet(bool quiet);
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -52,16 +55,19 @@ public slots:
     void updateValue(double value);
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     void shownChanged(double value);
     void finishTyping();
+    void colourText();
 
     cMyFilePosition m_binding;
     double m_faktor = 1;
     double m_shown = 0;
     bool m_wasTyped = false;
+    bool m_isQuiet = false;
     QSize m_cellSize; ///< empty unless it is a cell
 };
 

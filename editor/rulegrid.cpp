@@ -269,20 +269,11 @@ void cMyRuleGrid::showState(const Row& row)
     for (const Bound<cMyComboBoxW2>& choice : row.choices) {
         choice.input->setQuiet(isQuiet);
     }
-    QPalette palette = m_place.rows->palette();
-    if (isQuiet) {
-        const QColor quiet = editor::quietColor(palette);
-        palette.setColor(QPalette::Active, QPalette::WindowText, quiet);
-        palette.setColor(QPalette::Inactive, QPalette::WindowText, quiet);
-        palette.setColor(QPalette::Active, QPalette::Text, quiet);
-        palette.setColor(QPalette::Inactive, QPalette::Text, quiet);
+    row.threshold.input->setQuiet(isQuiet);
+    for (const Bound<cMyDoubleSpinBoxInt>& number : row.numbers) {
+        number.input->setQuiet(isQuiet);
     }
     for (QLabel* label : row.labels) {
-        label->setPalette(palette);
-    }
-    palette.setColor(QPalette::Base, Qt::transparent); // the sheet shows its tint
-    row.threshold.input->setPalette(palette);
-    for (const Bound<cMyDoubleSpinBoxInt>& number : row.numbers) {
-        number.input->setPalette(palette);
+        label->setPalette(editor::cellPalette(m_place.rows->palette(), isQuiet));
     }
 }

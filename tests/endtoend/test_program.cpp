@@ -25,6 +25,7 @@ private slots:
     void withANameThatIsNoUtf8();
     void lettersInTheCLocale();
     void editingSession();
+    void aRuleMadeByHandIsSaved();
     void screenshotsOfEveryPage();
 
 private:
@@ -185,6 +186,31 @@ void TestProgram::editingSession()
     m_desktop->press({QStringLiteral("ctrl+s"), QStringLiteral("ctrl+n")});
     QTRY_COMPARE(m_desktop->title(m_window), bareTitle);
     QVERIFY(!m_desktop->isShown(QStringLiteral("^Miolka$")));
+    quit();
+}
+
+void TestProgram::aRuleMadeByHandIsSaved()
+{
+    start(QStringLiteral("'dive 1.mio'"));
+    // "When" of the first rule; the window lies in the screen's corner. The rest by keyboard.
+    m_desktop->click(100, 147);
+    QTest::qWait(300);
+    m_desktop->press({QStringLiteral("Escape")});
+    const auto choose = [this](const char* beginning) {
+        m_desktop->type(QString::fromLatin1(beginning));
+        m_desktop->press({QStringLiteral("Tab")});
+    };
+    choose("underwater");
+    choose("depth");
+    choose("");
+    choose("5");
+    choose("depth");
+    m_desktop->press({QStringLiteral("Down"), QStringLiteral("Tab"), QStringLiteral("Down")});
+    m_desktop->photograph(QStringLiteral("rule-made-by-hand"));
+    m_desktop->press({QStringLiteral("ctrl+s")});
+    QByteArray expected = support::markedImage('x');
+    expected.replace(320, 8, QByteArray::fromHex("00 20 00 F4 01 20 01 01"));
+    QTRY_COMPARE(support::readFile(path("dive 1.mio")), support::settingsText(expected));
     quit();
 }
 
