@@ -3,7 +3,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Prints the medians of benchmark results as tables, with ratios.
 
-Usage: table.py RECORDS.json START.json
+Usage: table.py RECORDS.json START.json REFRESH.json
 """
 import json
 import sys
@@ -17,7 +17,7 @@ def medians(path):
 
 
 def main():
-    records, start = medians(sys.argv[1]), medians(sys.argv[2])
+    records, start, refresh = (medians(path) for path in sys.argv[1:4])
     repetitions = next(iter(records.values()))['repetitions']
 
     print(f'\nRecords: 500,000 of 16 bytes, 22 MB of text, whole processes, '
@@ -41,6 +41,14 @@ def main():
           f'{start["firstPaint/empty"]["repetitions"]}')
     print(f'{"empty window":20}{empty:>10.1f} ms')
     print(f'{"miolkasoft":20}{program:>10.1f} ms   ratio {program / empty:.2f}')
+
+    # A record from the device must never wait for the window; one millisecond is what it may take.
+    print(f'\nRefresh of the three tabs, median of {repetitions}')
+    for name, caption, count in (('refresh', 'nothing changed', 1),
+                                 ('readDevice', 'one of 64 records', 64),
+                                 ('refreshAll', 'everything changed', 1)):
+        time = refresh[name]['real_time'] / count
+        print(f'{caption:20}{time:>10.0f} us   ratio to 1 ms {time / 1000:.2f}')
 
 
 main()
