@@ -18,8 +18,8 @@ QSize cellSize(int textWidth, const QFontMetrics& metrics)
 QColor quietColor(const QPalette& palette)
 {
     // Two thirds text, one third background.
-    const QColor text = palette.color(QPalette::Active, QPalette::Text);
-    const QColor base = palette.color(QPalette::Active, QPalette::Base);
+    const QColor& text = palette.color(QPalette::Active, QPalette::Text);
+    const QColor& base = palette.color(QPalette::Active, QPalette::Base);
     return {(2 * text.red() + base.red()) / 3, (2 * text.green() + base.green()) / 3,
             (2 * text.blue() + base.blue()) / 3};
 }

@@ -85,8 +85,13 @@ QByteArray imageWithTexts(const QByteArray& author, const QByteArray& title,
 
 void TestDescription::init()
 {
-    m_window = std::make_unique<MainWindow>();
-    m_window->show();
+    if (m_window == nullptr) {
+        m_window = std::make_unique<MainWindow>();
+        m_window->show();
+    }
+    // Another text first, so that the history of the last test's edits is gone.
+    support::load(*m_window, QByteArray(1024, 'x'));
+    support::load(*m_window, support::templateImage());
 }
 
 void TestDescription::typingIsStored()

@@ -119,7 +119,7 @@ void TestLoading::offeredImagesComeBack()
 void TestLoading::whateverWasShownBefore()
 {
     QRandomGenerator random(3002);
-    for (int round = 0; round < 10; ++round) {
+    for (int round = 0; round < 5; ++round) {
         const QByteArray image = support::offeredImage(random);
         const QByteArray other = support::offeredImage(random);
         MainWindow window;

@@ -58,6 +58,7 @@ private:
     }
 
     std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<MainWindow> m_polish;
 };
 
 namespace {
@@ -76,7 +77,10 @@ QByteArray imageWith(int address, std::initializer_list<int> bytes)
 
 void TestParametersTab::init()
 {
-    m_window = std::make_unique<MainWindow>();
+    if (m_window == nullptr) {
+        m_window = std::make_unique<MainWindow>();
+    }
+    support::load(*m_window, support::templateImage());
 }
 
 void TestParametersTab::captionsAndInputs_data()
@@ -132,9 +136,11 @@ void TestParametersTab::captionsAndInputs()
     auto* input = child<QWidget>(*m_window, QTest::currentDataTag());
     QCOMPARE(QString::fromLatin1(input->metaObject()->className()), type);
     QCOMPARE(input->accessibleName(), english);
-    const support::WithoutCatalogue without;
-    const MainWindow polishWindow;
-    QCOMPARE(captionIn(polishWindow), polish);
+    if (m_polish == nullptr) {
+        const support::WithoutCatalogue without;
+        m_polish = std::make_unique<MainWindow>();
+    }
+    QCOMPARE(captionIn(*m_polish), polish);
 }
 
 void TestParametersTab::groups()
@@ -357,9 +363,7 @@ void TestParametersTab::toolTips()
 {
     QCOMPARE(number("par10Sb")->toolTip(), QStringLiteral("-10.0 - 100.0"));
     QCOMPARE(number("par4Sb")->toolTip(), number("par5Sb")->toolTip());
-    const support::WithoutCatalogue without;
-    const MainWindow polish;
-    const QString tip = child<QWidget>(polish, "par4Sb")->toolTip();
+    const QString tip = child<QWidget>(*m_polish, "par4Sb")->toolTip();
     QCOMPARE(tip.count(QStringLiteral("<p align=\"justify\">")), 3);
     QCOMPARE(tip.count(QStringLiteral("font-size:10pt")), 3);
     for (const char* paragraph :

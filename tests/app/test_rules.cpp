@@ -68,7 +68,10 @@ private:
 
 void TestRules::init()
 {
-    m_window = std::make_unique<MainWindow>();
+    if (m_window == nullptr) {
+        m_window = std::make_unique<MainWindow>();
+    }
+    support::load(*m_window, support::templateImage());
 }
 
 QString TestRules::read(const QGridLayout& grid, int row) const
