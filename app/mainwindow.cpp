@@ -16,7 +16,6 @@
 #include <QApplication>
 #include <QDoubleSpinBox>
 #include <QDropEvent>
-
 #include <QSignalMapper>
 
 namespace {

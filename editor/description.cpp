@@ -3,6 +3,7 @@
 
 #include "editor/description.h"
 
+#include "editor/descriptionedit.h"
 #include "editor/fieldcodec.h"
 #include "editor/imagegate.h"
 #include "editor/textvalidator.h"
@@ -10,10 +11,8 @@
 #include <QDebug>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QRegularExpression>
 #include <QSignalBlocker>
-#include <QTextBlock>
+#include <QTextDocument>
 
 namespace {
 
@@ -27,16 +26,22 @@ cMyTextValidator* addValidator(QLineEdit& line)
     auto* validator = new cMyTextValidator(&line);
     validator->setLoaded(line.text());
     line.setValidator(validator);
+    QObject::connect(&line, &QLineEdit::textChanged, validator, &cMyTextValidator::remember);
     return validator;
+}
+
+bool beginsWith(const QVector<quint8>& bytes, const QVector<quint8>& beginning)
+{
+    return bytes.mid(0, beginning.size()) == beginning;
 }
 
 } // namespace
 
 cMyDescription::cMyDescription(const Widgets& widgets, cMyImageGate& gate, QObject& parent)
-    : QObject(&parent), m_widgets(widgets),
-      m_gate(gate), m_author{&editor::settingsField(QStringLiteral("author")), {}, {}},
-      m_title{&editor::settingsField(QStringLiteral("title")), {}, {}},
-      m_description{&editor::settingsField(QStringLiteral("description")), {}, {}}
+    : QObject(&parent), m_widgets(widgets), m_gate(gate),
+      m_author(editor::settingsField(QStringLiteral("author"))),
+      m_title(editor::settingsField(QStringLiteral("title"))),
+      m_description(editor::settingsField(QStringLiteral("description")))
 {
     m_widgets.author->setMaxLength(editor::textCapacity(*m_author.field));
     m_widgets.title->setMaxLength(editor::textCapacity(*m_title.field));
@@ -44,6 +49,7 @@ cMyDescription::cMyDescription(const Widgets& widgets, cMyImageGate& gate, QObje
             &cMyDescription::rememberCursor);
     connect(m_widgets.description, &QPlainTextEdit::selectionChanged, this,
             &cMyDescription::rememberCursor);
+    connect(m_widgets.description, &cMyDescriptionEdit::refused, this, &cMyDescription::logRefusal);
     countFree();
 }
 
@@ -59,13 +65,16 @@ void cMyDescription::update()
     const bool isOtherAuthor = load(m_author);
     const bool isOtherTitle = load(m_title);
     const bool isOtherDescription = load(m_description);
-    if (isOtherAuthor) {
+    // An edit must not be undone into another image, so that a text with a history is loaded
+    // again, too.
+    if (isOtherAuthor || m_widgets.author->isUndoAvailable()) {
         loadLine(*m_widgets.author, m_author, m_authorValidator);
     }
-    if (isOtherTitle) {
+    if (isOtherTitle || m_widgets.title->isUndoAvailable()) {
         loadLine(*m_widgets.title, m_title, m_titleValidator);
     }
-    if (isOtherDescription) {
+    const QTextDocument* document = m_widgets.description->document();
+    if (isOtherDescription || document->isUndoAvailable() || document->isRedoAvailable()) {
         loadDescription();
     }
     m_widgets.shownAuthor->setText(m_author.stored);
@@ -81,6 +90,7 @@ bool cMyDescription::load(Text& text) const
     const QString stored = editor::storedText(m_gate.image(), *text.field);
     const bool isOther = stored != text.stored;
     text.stored = stored;
+    text.loadedBytes = editor::storedBytes(m_gate.image(), *text.field);
     return isOther;
 }
 
@@ -88,38 +98,40 @@ void cMyDescription::loadLine(QLineEdit& line, Text& text, cMyTextValidator* val
 {
     const QSignalBlocker blocker(line);
     if (validator != nullptr) {
-        validator->setLoaded(text.stored);
+        validator->setLoaded(text.stored.left(line.maxLength()));
     }
     line.setText(text.stored);
     text.shown = line.text();
+    text.loadedShown = text.shown;
 }
 
 void cMyDescription::loadDescription()
 {
     const QSignalBlocker blocker(m_widgets.description);
     m_widgets.description->setPlainText(m_description.stored);
-    m_description.shown = descriptionText();
-    m_loaded = m_description.shown;
-    m_accepted = m_loaded;
+    m_description.shown = m_widgets.description->text();
+    m_description.loadedShown = m_description.shown;
+    m_accepted = m_description.shown;
+    m_undoSteps = m_widgets.description->document()->availableUndoSteps();
     m_cursor = {};
-}
-
-QString cMyDescription::descriptionText() const
-{
-    // Unlike the plain text this keeps no-break spaces, which a loaded text may hold.
-    QString text = m_widgets.description->document()->toRawText();
-    return text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'))
-        .replace(QChar::LineSeparator, QLatin1Char('\n'));
 }
 
 void cMyDescription::descriptionReached()
 {
-    const QString text = descriptionText();
-    if (!isAcceptable(text)) {
-        takeBack(text);
+    const QTextDocument& document = *m_widgets.description->document();
+    const QString text = m_widgets.description->text();
+    const bool isHistory =
+        document.isRedoAvailable() || document.availableUndoSteps() < m_undoSteps;
+    if (isHistory && !wasAccepted(text)) {
+        passOver();
+    }
+    if (!(isHistory ? wasAccepted(m_widgets.description->text()) : isAcceptable(text))) {
+        takeBack(m_widgets.description->text());
+        m_undoSteps = document.availableUndoSteps();
         return;
     }
-    m_accepted = text;
+    m_accepted = m_widgets.description->text();
+    m_undoSteps = document.availableUndoSteps();
     rememberCursor();
     countFree();
     parseDescription();
@@ -127,42 +139,61 @@ void cMyDescription::descriptionReached()
 
 bool cMyDescription::isAcceptable(const QString& text) const
 {
-    if (text == m_accepted) {
-        return true;
-    }
-    if (text.size() > editor::textCapacity(*m_description.field)) {
-        return false;
-    }
-    static const QRegularExpression allowed(
-        QRegularExpression::anchoredPattern(QStringLiteral("(^[\\40-\\176|\\n]{0,511}$)")));
+    const QString inserted = editor::difference(m_accepted, text).inserted;
+    return text == m_accepted || (text.size() <= editor::textCapacity(*m_description.field) &&
+                                  cMyDescriptionEdit::canBeTyped(inserted));
+}
+
+bool cMyDescription::wasAccepted(const QString& text) const
+{
     const auto canBeTyped = [](QChar character) {
         return editor::isTypable(character) || character == QLatin1Char('\n');
     };
-    return allowed.match(editor::withoutLoaded(text, m_loaded, canBeTyped)).hasMatch();
+    return text == m_description.loadedShown ||
+           cMyDescriptionEdit::canBeTyped(
+               editor::withoutLoaded(text, m_description.loadedShown, canBeTyped));
 }
 
 void cMyDescription::takeBack(const QString& rejected)
 {
-    qDebug() << "Pozycja:" << m_cursor.position;
-    qDebug() << "Dlugosc:" << rejected.size();
+    logRefusal(rejected.size());
     const QSignalBlocker blocker(m_widgets.description);
     const editor::Edit edit = editor::difference(m_accepted, rejected);
-    // The opposite edit joins the refused one, so that the undo history goes on without either.
     QTextCursor cursor(m_widgets.description->document());
-    cursor.joinPreviousEditBlock();
     cursor.setPosition(edit.position);
     cursor.setPosition(edit.position + edit.inserted.size(), QTextCursor::KeepAnchor);
     cursor.insertText(m_accepted.mid(edit.position, edit.removed));
-    cursor.endEditBlock();
     cursor.setPosition(m_cursor.anchor);
     cursor.setPosition(m_cursor.position, QTextCursor::KeepAnchor);
     m_widgets.description->setTextCursor(cursor);
 }
 
+void cMyDescription::passOver()
+{
+    // The history holds a text that was refused. Go on past it, the way that the user went, and
+    // if there is nothing beyond, back again.
+    const QSignalBlocker blocker(m_widgets.description);
+    cMyDescriptionEdit& edit = *m_widgets.description;
+    const QTextDocument& document = *edit.document();
+    const bool isUndo = document.availableUndoSteps() < m_undoSteps;
+    for (const bool back : {isUndo, !isUndo}) {
+        while (!wasAccepted(edit.text()) &&
+               (back ? document.isUndoAvailable() : document.isRedoAvailable())) {
+            back ? edit.undo() : edit.redo();
+        }
+    }
+}
+
+void cMyDescription::logRefusal(int length) const
+{
+    qDebug() << "Pozycja:" << m_cursor.position;
+    qDebug() << "Dlugosc:" << length;
+}
+
 void cMyDescription::rememberCursor()
 {
     // Called before a refused change is taken back, too; the cursor in that text is of no use.
-    if (descriptionText() == m_accepted) {
+    if (m_widgets.description->text() == m_accepted) {
         const QTextCursor cursor = m_widgets.description->textCursor();
         m_cursor = {cursor.position(), cursor.anchor()};
     }
@@ -172,7 +203,8 @@ void cMyDescription::countFree()
 {
     m_widgets.authorFree->setText(freeCount(*m_author.field, m_widgets.author->text().size()));
     m_widgets.titleFree->setText(freeCount(*m_title.field, m_widgets.title->text().size()));
-    m_widgets.descriptionFree->setText(freeCount(*m_description.field, descriptionText().size()));
+    m_widgets.descriptionFree->setText(
+        freeCount(*m_description.field, m_widgets.description->text().size()));
 }
 
 void cMyDescription::parseDescription()
@@ -188,7 +220,10 @@ void cMyDescription::writeChanged(Text& text, const QString& shown)
         return;
     }
     text.shown = shown;
-    m_gate.setData(static_cast<quint32>(text.field->address),
-                   editor::textBytes(shown, *text.field));
+    QVector<quint8> bytes = editor::textBytes(shown, *text.field);
+    if (shown == text.loadedShown && !beginsWith(text.loadedBytes, bytes)) {
+        bytes = text.loadedBytes; // undone: what cannot be written so is as it was
+    }
+    m_gate.setData(static_cast<quint32>(text.field->address), bytes);
     text.stored = editor::storedText(m_gate.image(), *text.field);
 }

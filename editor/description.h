@@ -11,6 +11,7 @@
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
+class cMyDescriptionEdit;
 class cMyImageGate;
 class cMyTextValidator;
 
@@ -28,7 +29,7 @@ public:
     {
         QLineEdit* author;
         QLineEdit* title;
-        QPlainTextEdit* description;
+        cMyDescriptionEdit* description;
         QLabel* authorFree;               ///< shows how many characters are free, "[15]"
         QLabel* titleFree;                ///< likewise
         QLabel* descriptionFree;          ///< likewise
@@ -55,9 +56,13 @@ private:
     /// One of the texts, with what it holds as its widget shows it and as the image has it.
     struct Text
     {
+        explicit Text(const cMySettingsField& described) : field(&described) {}
+
         const cMySettingsField* field;
         QString shown;
         QString stored;
+        QString loadedShown;         ///< as it was after loading
+        QVector<quint8> loadedBytes; ///< the whole field, as it was loaded
     };
 
     /// Where the text cursor is, and where its selection begins.
@@ -71,9 +76,11 @@ private:
     void loadLine(QLineEdit& line, Text& text, cMyTextValidator* validator);
     void loadDescription();
     void writeChanged(Text& text, const QString& shown);
-    [[nodiscard]] QString descriptionText() const;
     [[nodiscard]] bool isAcceptable(const QString& text) const;
+    [[nodiscard]] bool wasAccepted(const QString& text) const;
     void takeBack(const QString& rejected);
+    void passOver();
+    void logRefusal(int length) const;
     void rememberCursor();
     void countFree();
 
@@ -84,9 +91,9 @@ private:
     Text m_author;
     Text m_title;
     Text m_description;
-    QString m_loaded;   ///< description as it was loaded
-    QString m_accepted; ///< last accepted description
-    Cursor m_cursor;    ///< in the last accepted description
+    QString m_accepted;  ///< last accepted description
+    int m_undoSteps = 0; ///< that there were then
+    Cursor m_cursor;     ///< in the last accepted description
 };
 
 #endif

@@ -18,7 +18,8 @@ cMyDoubleSpinBoxInt::cMyDoubleSpinBoxInt(QWidget* parent) : QDoubleSpinBox(paren
 {
     connect(this, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
             &cMyDoubleSpinBoxInt::shownChanged);
-    connect(lineEdit(), &QLineEdit::textEdited, this, [this] { m_wasTyped = true; });
+    connect(lineEdit(), &QLineEdit::textEdited, this,
+            [this] { m_wasTyped = lineEdit()->hasAcceptableInput(); });
     connect(this, &QDoubleSpinBox::editingFinished, this, &cMyDoubleSpinBoxInt::finishTyping);
 }
 
@@ -84,6 +85,12 @@ void cMyDoubleSpinBoxInt::paintEvent(QPaintEvent* event)
         QPainter painter(this);
         editor::paintCellFrame(painter, *this, false);
     }
+}
+
+void cMyDoubleSpinBoxInt::showValue(double value)
+{
+    setValue(value);
+    m_wasTyped = false;
 }
 
 QVector<quint8> cMyDoubleSpinBoxInt::storedAs() const

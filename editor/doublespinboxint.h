@@ -34,6 +34,9 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
+    /// Shows a number that was read.
+    void showValue(double value);
+
     /// What the number that is shown is stored as.
     [[nodiscard]] QVector<quint8> storedAs() const;
 

@@ -8,7 +8,6 @@
 #include "editor/imagegate.h"
 #include "editor/tablemodel.h"
 
-#include <QCoreApplication>
 #include <QEvent>
 
 namespace {
@@ -50,9 +49,9 @@ void prepareInput(QWidget& input, const QString& name)
     if (qobject_cast<QComboBox*>(&input) != nullptr) {
         input.setAccessibleDescription(name); // on some systems a list's name is its choice
     }
-    static auto* guard = new cMyWheelGuard(QCoreApplication::instance());
+    static cMyWheelGuard guard;
     input.setFocusPolicy(Qt::StrongFocus); // not by the wheel
-    input.installEventFilter(guard);
+    input.installEventFilter(&guard);
 }
 
 void bindInput(cMyComboBoxW2& input, const cMySettingsField& field, cMyImageGate& gate)

@@ -107,12 +107,18 @@ void cMyOptionBox::paintArrow(QStylePainter& painter, const QRect& within,
     painter.drawPrimitive(QStyle::PE_IndicatorArrowDown, arrow);
 }
 
+QString cMyOptionBox::toolTipText() const
+{
+    // Marked up, or the escapes would be shown.
+    return QStringLiteral("<span>%1</span>").arg(currentText().toHtmlEscaped());
+}
+
 bool cMyOptionBox::event(QEvent* event)
 {
     if (event->type() == QEvent::ToolTip && m_labels != nullptr &&
         fontMetrics().horizontalAdvance(currentText()) > cellTextRect().width()) {
         const auto* help = static_cast<QHelpEvent*>(event);
-        QToolTip::showText(help->globalPos(), currentText().toHtmlEscaped(), this);
+        QToolTip::showText(help->globalPos(), toolTipText(), this);
         return true;
     }
     return QComboBox::event(event);

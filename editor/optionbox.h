@@ -42,6 +42,7 @@ private:
     void paintCell();
     void paintArrow(QStylePainter& painter, const QRect& within, const QStyleOption& option);
     [[nodiscard]] QRect cellTextRect() const;
+    [[nodiscard]] QString toolTipText() const;
 
     std::shared_ptr<cMyShortLabels> m_labels; ///< of a cell
     int m_leastWidth = 0;

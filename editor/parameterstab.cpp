@@ -14,6 +14,8 @@
 #include <QFrame>
 #include <QLabel>
 
+#include <cmath>
+
 namespace {
 
 QString paragraphs(const QStringList& texts)
@@ -45,19 +47,21 @@ void addRow(QFormLayout& form, QWidget& input, const char* name, const cMySettin
     form.addRow(label, &input);
 }
 
-/// Lets forms that stand side by side divide their width alike.
-void alignCaptions(const std::initializer_list<QFormLayout*>& forms)
+/// Lets captions and inputs be of one width in forms that stand side by side.
+void alignForms(const std::initializer_list<QFormLayout*>& forms)
 {
-    QList<QWidget*> captions;
-    int widest = 0;
-    for (const QFormLayout* form : forms) {
-        for (int row = 0; row < form->rowCount(); ++row) {
-            captions.append(form->itemAt(row, QFormLayout::LabelRole)->widget());
-            widest = qMax(widest, captions.last()->sizeHint().width());
+    for (const auto role : {QFormLayout::LabelRole, QFormLayout::FieldRole}) {
+        QList<QWidget*> column;
+        int widest = 0;
+        for (const QFormLayout* form : forms) {
+            for (int row = 0; row < form->rowCount(); ++row) {
+                column.append(form->itemAt(row, role)->widget());
+                widest = qMax(widest, column.last()->sizeHint().width());
+            }
         }
-    }
-    for (QWidget* caption : qAsConst(captions)) {
-        caption->setMinimumWidth(widest);
+        for (QWidget* widget : qAsConst(column)) {
+            widget->setMinimumWidth(widest);
+        }
     }
 }
 
@@ -87,7 +91,7 @@ cMyParametersTab::cMyParametersTab(const Forms& forms, cMyImageGate& gate, QObje
     addField(*forms.distances, "lDystansF", "distanceF");
     addField(*forms.distances, "lDystansG", "distanceG");
     m_lastInput = addField(*forms.distances, "lDystansH", "distanceH");
-    alignCaptions({forms.periods, forms.distances});
+    alignForms({forms.periods, forms.distances});
 }
 
 void cMyParametersTab::buildParameters(QFormLayout& form)
@@ -112,11 +116,13 @@ void cMyParametersTab::buildParameters(QFormLayout& form)
     addField(form, "par8Sb", "salinity");
     addField(form, "par9Cb", "temperatureSource");
     addField(form, "par10Sb", "fixedTemperature")->setToolTip(tr("-10.0 - 100.0"));
-    // The place is stored in whole metres and degrees; decimals would be lost.
     m_altitude = addPlainNumber<QDoubleSpinBox>(form, "par11Sb", "altitude");
-    m_altitude->setDecimals(0);
     m_latitude = addPlainNumber<QDoubleSpinBox>(form, "par12Sb", "latitude");
-    m_latitude->setDecimals(0);
+    for (QDoubleSpinBox* place : {m_altitude, m_latitude}) {
+        // The place is stored in whole metres and degrees. Show that, once it is typed.
+        connect(place, &QDoubleSpinBox::editingFinished, place,
+                [place] { place->setValue(std::trunc(place->value())); });
+    }
 }
 
 QWidget* cMyParametersTab::addField(QFormLayout& form, const char* name, const char* fieldName)
@@ -146,7 +152,7 @@ QWidget* cMyParametersTab::addNumber(const cMySettingsField& field, QWidget* par
     input->setSuffix(editor::suffix(field));
     input->mySetFaktor(field.factor);
     m_updates.append([this, input, &field] {
-        input->setValue(editor::storedNumber(m_gate.image(), field) / input->faktor());
+        input->showValue(editor::storedNumber(m_gate.image(), field) / input->faktor());
         m_gate.correct(input->binding().filePosition(), input->storedAs());
     });
     return input;

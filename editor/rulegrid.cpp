@@ -223,11 +223,11 @@ void cMyRuleGrid::update()
             choice.input->showValue(editor::storedNumber(image, *choice.field));
         }
         for (const Bound<cMyDoubleSpinBoxInt>& number : row.numbers) {
-            number.input->setValue(editor::storedNumber(image, *number.field));
+            number.input->showValue(editor::storedNumber(image, *number.field));
         }
         const cMyThresholdScale scale =
             editor::thresholdScale(options("measuredValue"), row.measuredValue->currentIndex());
-        row.threshold.input->setValue(
+        row.threshold.input->showValue(
             editor::shownThreshold(editor::storedNumber(image, *row.threshold.field), scale));
     }
 }

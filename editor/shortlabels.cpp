@@ -5,6 +5,11 @@
 
 namespace {
 
+/// How a label may be shortened. Of "(caption & value)" and the like the end matters most; they
+/// also do without blanks.
+constexpr cMyShortLabels::Way ways[] = {{true, 0.25},  {true, 0.5},  {true, 0.75}, {false, 1.0},
+                                        {false, 0.75}, {false, 0.5}, {false, 0.25}};
+
 QString withGap(const QString& text, int kept, double frontShare)
 {
     const int front = qRound(kept * frontShare);
@@ -65,15 +70,14 @@ void cMyShortLabels::shorten(int width)
             open.append(row);
         }
     }
-    for (const double frontShare : {0.5, 1.0, 0.75, 0.25}) {
+    for (const Way& way : ways) {
         QStringList candidates = m_short;
         for (const int row : qAsConst(open)) {
-            candidates[row] =
-                cut(m_labels.at(row), m_advances.at(row), m_metrics, width, frontShare);
+            candidates[row] = shortened(row, width, way);
         }
         QVector<int> rest;
         for (const int row : qAsConst(open)) {
-            if (candidates.count(candidates.at(row)) == 1) {
+            if (!candidates.at(row).isEmpty() && candidates.count(candidates.at(row)) == 1) {
                 m_short[row] = candidates.at(row);
             } else {
                 rest.append(row);
@@ -84,4 +88,16 @@ void cMyShortLabels::shorten(int width)
     for (const int row : qAsConst(open)) {
         m_short[row] = m_labels.at(row); // rather cut off by the edge than mistaken for another
     }
+}
+
+QString cMyShortLabels::shortened(int row, int width, const Way& way) const
+{
+    const bool isList = m_labels.at(row).contains(QLatin1String(" & "));
+    if (isList != way.isForLists) {
+        return {};
+    }
+    QString text = m_labels.at(row);
+    text.replace(QLatin1String(" & "), QLatin1String("&"));
+    const int advance = isList ? m_metrics.horizontalAdvance(text) : m_advances.at(row);
+    return advance <= width ? text : cut(text, advance, m_metrics, width, way.frontShare);
 }

@@ -9,11 +9,18 @@
 #include <QVector>
 
 /// The labels of an option table as a column of a given width shows them. What has no room is
-/// left out where that keeps a label unlike its neighbours: "at the b…charging", but
-/// "if timer 1 is c…".
+/// left out at the end, or where that keeps a label unlike its neighbours: "if timer 1 is c…",
+/// but "Atmospheric…MIN".
 class cMyShortLabels
 {
 public:
+    /// A way to shorten labels.
+    struct Way
+    {
+        bool isForLists;   ///< for labels that list something: "(caption & value)"
+        double frontShare; ///< of what remains, before the gap
+    };
+
     cMyShortLabels(QStringList labels, const QFontMetrics& metrics);
 
     /// What the longest label takes, in pixels.
@@ -24,6 +31,7 @@ public:
 
 private:
     void shorten(int width);
+    [[nodiscard]] QString shortened(int row, int width, const Way& way) const;
 
     QStringList m_labels;
     QVector<int> m_advances; ///< of the labels, in pixels

@@ -35,10 +35,25 @@ cMyTextValidator::cMyTextValidator(QObject* parent)
 {
 }
 
+void cMyTextValidator::setLoaded(const QString& text)
+{
+    m_accepted.clear();
+    remember(text);
+}
+
+void cMyTextValidator::remember(const QString& text)
+{
+    m_current = text;
+    m_accepted.insert(text);
+}
+
 QValidator::State cMyTextValidator::validate(QString& input, int& position) const
 {
-    QString typed = editor::withoutLoaded(input, m_loaded, editor::isTypable);
+    if (m_accepted.contains(input)) {
+        return Acceptable; // loaded, or brought back by undoing
+    }
     // A line feed at the end is a partial match, and what is not finished would be let in.
+    QString typed = editor::difference(m_current, input).inserted;
     const QValidator::State state = QRegularExpressionValidator::validate(typed, position);
     return state == Acceptable || typed.isEmpty() ? Acceptable : Invalid;
 }

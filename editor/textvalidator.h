@@ -5,6 +5,7 @@
 #define MIOLKA_EDITOR_TEXTVALIDATOR_H
 
 #include <QRegularExpressionValidator>
+#include <QSet>
 
 namespace editor {
 
@@ -23,7 +24,7 @@ struct Edit
 [[nodiscard]] bool isTypable(QChar character);
 
 /// The text without those of its characters that cannot be typed but were loaded, in their order.
-/// What remains is up to the person who typed it; undoing and redoing pass too.
+/// What undoing and redoing bring back leaves nothing that cannot be typed.
 template <typename IsTypable>
 [[nodiscard]] QString withoutLoaded(const QString& text, const QString& loaded,
                                     IsTypable canBeTyped)
@@ -44,7 +45,7 @@ template <typename IsTypable>
 } // namespace editor
 
 /// Lets a line edit take characters from space to tilde only, but keep what was loaded: a text
-/// with other characters in it may be changed as long as no further such character comes in.
+/// with other characters in it may be changed as long as no such character is put in.
 class cMyTextValidator : public QRegularExpressionValidator
 {
     Q_OBJECT
@@ -52,13 +53,17 @@ class cMyTextValidator : public QRegularExpressionValidator
 public:
     explicit cMyTextValidator(QObject* parent = nullptr);
 
-    /// Takes the text that is about to be loaded.
-    void setLoaded(const QString& text) { m_loaded = text; }
+    /// Takes the text that is about to be loaded, and forgets those before it.
+    void setLoaded(const QString& text);
+
+    /// The text is now this; undoing may bring it back.
+    void remember(const QString& text);
 
     QValidator::State validate(QString& input, int& position) const override;
 
 private:
-    QString m_loaded;
+    QString m_current;
+    QSet<QString> m_accepted; ///< what the text was since it was loaded
 };
 
 #endif

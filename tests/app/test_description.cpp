@@ -4,8 +4,10 @@
 #include "tests/support/windowtest.h"
 
 #include <QClipboard>
+#include <QDragEnterEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTabWidget>
 #include <QTextDocument>
@@ -28,7 +30,13 @@ private slots:
     void aRefusedKeyIsLogged();
     void theCursorStaysWhereItWas();
     void aRefusedPasteOverASelection();
+    void undoStillWorksAfterARefusal_data();
     void undoStillWorksAfterARefusal();
+    void setFromOutside();
+    void undoOfAnUnterminatedText();
+    void nothingOfAnotherImageComesBack();
+    void aDroppedFileIsNotText();
+    void inputMethods();
     void pastingTooMuchIsRejectedWhole();
     void exactlyFull();
     void lineBreaksAreLineFeeds();
@@ -178,19 +186,140 @@ void TestDescription::aRefusedPasteOverASelection()
     QCOMPARE(bytes(512, 14), QByteArray("one two three", 14));
 }
 
+void TestDescription::undoStillWorksAfterARefusal_data()
+{
+    // t: typed key by key, p: pasted, i: put in from outside, b: backspace
+    QTest::addColumn<QStringList>("edits");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char* name, const char* edits, const char* text) {
+        QTest::newRow(name) << QString::fromUtf8(edits).split(QLatin1Char('/'))
+                            << QString::fromLatin1(text);
+    };
+    row("a key", "thello/tą", "hello");
+    row("a key, then more", "thello/tą/t world", "hello world");
+    row("the first key", "tą/thello", "hello");
+    row("after a backspace", "thello/b/tą", "hell");
+    row("after a paste", "thello/p world/tą", "hello world");
+    row("a paste", "thello/pą/t!", "hello!");
+    row("from outside", "thello/ią/t!", "hello!");
+    row("from outside after an insertion", "ihello/ią", "hello");
+    row("from outside, first", "ią/thello", "hello");
+}
+
 void TestDescription::undoStillWorksAfterARefusal()
 {
-    support::type(*description(), "abc");
-    paste(QStringLiteral(" more"));
-    support::type(*description(), "ą");
-    QCOMPARE(description()->toPlainText(), QStringLiteral("abc more"));
-    QVERIFY(description()->document()->isUndoAvailable());
-    description()->undo();
-    QVERIFY(!description()->toPlainText().contains(QStringLiteral("more")));
-    QCOMPARE(bytes(512, 1).at(0), description()->toPlainText().toLatin1().append('\0').at(0));
-    description()->redo();
-    QCOMPARE(description()->toPlainText(), QStringLiteral("abc more"));
-    QCOMPARE(bytes(512, 9), QByteArray("abc more", 9));
+    QFETCH(QStringList, edits);
+    QFETCH(QString, text);
+    for (const QString& edit : qAsConst(edits)) {
+        const QString characters = edit.mid(1);
+        if (edit.startsWith(QLatin1Char('t'))) {
+            support::type(*description(), characters.toUtf8().constData());
+        } else if (edit.startsWith(QLatin1Char('p'))) {
+            paste(characters);
+        } else if (edit.startsWith(QLatin1Char('i'))) {
+            description()->insertPlainText(characters);
+        } else {
+            QTest::keyClick(description(), Qt::Key_Backspace);
+        }
+    }
+    const auto isStored = [this] {
+        const QByteArray shown = description()->toPlainText().toLatin1() + '\0';
+        return bytes(512, shown.size()) == shown;
+    };
+    QCOMPARE(description()->toPlainText(), text);
+    QVERIFY(isStored());
+    for (int undone = 0; undone < 10; ++undone) {
+        QTest::keyClick(description(), Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(!description()->toPlainText().contains(QString::fromUtf8("ą")));
+        QVERIFY(isStored());
+    }
+    QCOMPARE(description()->toPlainText(), QString());
+    for (int redone = 0; redone < 10; ++redone) {
+        QTest::keyClick(description(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+        QVERIFY(!description()->toPlainText().contains(QString::fromUtf8("ą")));
+        QVERIFY(isStored());
+    }
+    QCOMPARE(description()->toPlainText(), text);
+}
+
+void TestDescription::setFromOutside()
+{
+    description()->setPlainText(QStringLiteral("abc"));
+    description()->setPlainText(QString::fromUtf8("abcą"));
+    QCOMPARE(description()->toPlainText(), QStringLiteral("abc"));
+    description()->setPlainText(QString(512, QLatin1Char('x')));
+    QCOMPARE(description()->toPlainText(), QStringLiteral("abc"));
+    QCOMPARE(bytes(512, 4), QByteArray("abc", 4));
+    support::type(*description(), "d");
+    description()->setPlainText(QString::fromUtf8("ó"));
+    QVERIFY(!bytes(512, 512).contains('?'));
+    QVERIFY(!description()->toPlainText().contains(QString::fromUtf8("ó")));
+}
+
+void TestDescription::undoOfAnUnterminatedText()
+{
+    const QByteArray image =
+        imageWithTexts(QByteArray(16, 'a'), QByteArray("t\xA0\r\0", 4), QByteArray(512, 'd'));
+    support::load(*m_window, image);
+    description()->moveCursor(QTextCursor::End);
+    for (QWidget* widget : {static_cast<QWidget*>(author()), static_cast<QWidget*>(title()),
+                            static_cast<QWidget*>(description())}) {
+        QTest::keyClick(widget, Qt::Key_End);
+        QTest::keyClick(widget, Qt::Key_Backspace);
+        QVERIFY(support::imageOf(*m_window) != image);
+        QTest::keyClick(widget, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(support::differences(image, support::imageOf(*m_window)), QString());
+    }
+    QCOMPARE(description()->toPlainText().size(), 512);
+}
+
+void TestDescription::nothingOfAnotherImageComesBack()
+{
+    support::load(*m_window,
+                  imageWithTexts(QByteArray("J\xF3zek\0", 6), {}, QByteArray("J\xF3zek\0", 6)));
+    author()->clear();
+    description()->clear();
+    support::type(*author(), "xó");
+    support::type(*description(), "xó");
+    QCOMPARE(author()->text(), QStringLiteral("x"));
+    QCOMPARE(description()->toPlainText(), QStringLiteral("x"));
+    const QByteArray image = support::imageOf(*m_window);
+    support::load(*m_window, image); // the same texts in another file
+    QVERIFY(!author()->isUndoAvailable());
+    QVERIFY(!description()->document()->isUndoAvailable());
+    support::load(*m_window, support::templateImage());
+    support::type(*author(), "ó");
+    support::type(*description(), "ó");
+    QCOMPARE(support::imageOf(*m_window), support::templateImage());
+}
+
+void TestDescription::aDroppedFileIsNotText()
+{
+    QMimeData file;
+    file.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/x.mio"))});
+    file.setText(QStringLiteral("file:///tmp/x.mio"));
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &file, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(description()->viewport(), &enter);
+    QVERIFY(!enter.isAccepted());
+    QMimeData words;
+    words.setText(QStringLiteral("words"));
+    QDragEnterEvent wordsEnter(QPoint(5, 5), Qt::CopyAction, &words, Qt::LeftButton,
+                               Qt::NoModifier);
+    QCoreApplication::sendEvent(description()->viewport(), &wordsEnter);
+    QVERIFY(wordsEnter.isAccepted());
+}
+
+void TestDescription::inputMethods()
+{
+    QInputMethodEvent refused(QString(), {});
+    refused.setCommitString(QString::fromUtf8("ż"));
+    QCoreApplication::sendEvent(description(), &refused);
+    QCOMPARE(description()->toPlainText(), QString());
+    QInputMethodEvent taken(QString(), {});
+    taken.setCommitString(QStringLiteral("abc"));
+    QCoreApplication::sendEvent(description(), &taken);
+    QCOMPARE(description()->toPlainText(), QStringLiteral("abc"));
+    QCOMPARE(bytes(512, 4), QByteArray("abc", 4));
 }
 
 void TestDescription::pastingTooMuchIsRejectedWhole()

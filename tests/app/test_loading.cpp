@@ -20,7 +20,6 @@ private slots:
     void whateverWasShownBefore();
     void randomBytes();
     void recordsFromTheDevice();
-    void buildingTheTabsWritesNothing();
     void shortFilesShowWhatTheImageHolds();
 };
 
@@ -179,14 +178,6 @@ void TestLoading::recordsFromTheDevice()
         support::load(fresh, image);
         QCOMPARE(shownBy(window), shownBy(fresh));
     }
-}
-
-void TestLoading::buildingTheTabsWritesNothing()
-{
-    // Only the template is there after the window was built: whatever the inputs held on the way,
-    // its bytes between the fields and in them are those of the file.
-    const MainWindow window;
-    QCOMPARE(support::imageOf(window), support::templateImage());
 }
 
 void TestLoading::shortFilesShowWhatTheImageHolds()

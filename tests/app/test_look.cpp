@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
@@ -16,6 +17,8 @@
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QTextDocument>
+#include <QToolTip>
 
 using support::child;
 using support::contrast;
@@ -37,6 +40,7 @@ private slots:
     void nothingIsCutOff();
     void rulesFitBesideEachOther();
     void listsShowTheirLongestChoice();
+    void shortenedChoicesHaveAToolTip();
     void headingsStandOverTheirColumns();
     void headingsStayWhenTheRowsScroll();
     void inputsOfAFormHaveOneWidth();
@@ -293,6 +297,23 @@ void TestLook::listsShowTheirLongestChoice()
         QVERIFY2(box->view()->viewport()->width() >= longest + padding, name);
         box->hidePopup();
     }
+}
+
+void TestLook::shortenedChoicesHaveAToolTip()
+{
+    show(2);
+    auto* box = child<QComboBox>(*m_window, "par01Cb5");
+    const QString longest = QStringLiteral("(caption & value & point & unit)");
+    box->setFixedWidth(150);
+    QCoreApplication::processEvents();
+    box->setCurrentIndex(box->findText(longest));
+    QHelpEvent ask(QEvent::ToolTip, QPoint(5, 5), box->mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(box, &ask);
+    QVERIFY(Qt::mightBeRichText(QToolTip::text()));
+    QTextDocument shown;
+    shown.setHtml(QToolTip::text());
+    QCOMPARE(shown.toPlainText(), longest);
+    QToolTip::hideText();
 }
 
 void TestLook::headingsStandOverTheirColumns()

@@ -178,8 +178,8 @@ void TestParametersTab::numbersShowTheirRangeAndUnit_data()
     row("par7Sb", -100, 100, 0, " [cm/s]");
     row("par8Sb", 0, 100, 0, " [‰]");
     row("par10Sb", 0, 60, 1, " [°C]");
-    row("par11Sb", -1000, 10000, 0, " [m]");
-    row("par12Sb", 0, 90, 0, " [°]");
+    row("par11Sb", -1000, 10000, 2, " [m]");
+    row("par12Sb", 0, 90, 2, " [°]");
     row("lOkresA", 1, 240, 0, " [s]");
     row("lOkresB", 1, 240, 0, " [s]");
     row("lOkresC", 1, 240, 0, " [s]");
@@ -209,8 +209,8 @@ void TestParametersTab::defaultsAreShown()
         shown << spin(QString::fromLatin1(name))->text();
     }
     QCOMPARE(shown.join(QLatin1Char('|')),
-             QString::fromUtf8("-5 [dB]|100 [cm]|50 [cm]|-50 [cm/s]|-10 [cm/s]|0 [‰]|0.0 [°C]|0 "
-                               "[m]|45 [°]|3 [s]|30 [s]|0.00 [m]"));
+             QString::fromUtf8("-5 [dB]|100 [cm]|50 [cm]|-50 [cm/s]|-10 [cm/s]|0 [‰]|0.0 [°C]|0.00 "
+                               "[m]|45.00 [°]|3 [s]|30 [s]|0.00 [m]"));
     QCOMPARE(choice("par1Cb")->currentText(), QStringLiteral("1 [Hz]"));
     QCOMPARE(choice("par2Cb")->currentText(), QStringLiteral("1 [h]"));
     QCOMPARE(choice("par3Cb")->currentText(), QStringLiteral("2 [s]"));
@@ -300,9 +300,9 @@ void TestParametersTab::numbersOutOfRangeAreClamped_data()
         "146:00->9c 147:80->ff");
     row("salinity", imageWith(152, {255}), "par8Sb", "100 [‰]", "152:ff->64");
     row("temperature", imageWith(156, {0x59, 0x02}), "par10Sb", "60.0 [°C]", "156:59->58");
-    row("altitude with its gravity", imageWith(220, {0x11, 0x27}), "par11Sb", "10000 [m]",
+    row("altitude with its gravity", imageWith(220, {0x11, 0x27}), "par11Sb", "10000.00 [m]",
         "158:84->1f 220:11->10");
-    row("latitude with its gravity", imageWith(222, {91}), "par12Sb", "90 [°]",
+    row("latitude with its gravity", imageWith(222, {91}), "par12Sb", "90.00 [°]",
         "158:84->da 222:5b->5a");
     row("period", imageWith(241, {0}), "lOkresB", "1 [s]", "241:00->01");
     row("period too long", imageWith(243, {241}), "lOkresD", "240 [s]", "243:f1->f0");
@@ -350,11 +350,22 @@ void TestParametersTab::gravityIsThatOfThePlaceWhateverWasShown()
 
 void TestParametersTab::truncatedNotRounded()
 {
-    m_window->param11Changed(99.9);
-    m_window->param12Changed(44.9);
+    number("par11Sb")->setValue(99.9);
+    number("par12Sb")->setValue(44.9);
     QCOMPARE(support::imageOf(*m_window).mid(220, 3), QByteArray("\x63\x00\x2C", 3));
-    m_window->param11Changed(-99.9);
+    number("par11Sb")->setValue(-99.9);
     QCOMPARE(support::imageOf(*m_window).mid(220, 2), QByteArray("\x9D\xFF"));
+    // Once it is typed, the place and its gravity are those that are stored.
+    m_window->show();
+    QAbstractSpinBox* latitude = spin(QStringLiteral("par12Sb"));
+    latitude->setFocus();
+    latitude->selectAll();
+    QTest::keyClicks(latitude, QStringLiteral("0.9"));
+    QTest::keyClick(latitude, Qt::Key_Return);
+    number("par11Sb")->setValue(0);
+    QCOMPARE(latitude->text(), QString::fromUtf8("0.00 [°]"));
+    QCOMPARE(support::imageOf(*m_window).mid(158, 2), QByteArray("\x30\x7D"));
+    QCOMPARE(support::imageOf(*m_window).at(222), '\0');
     m_window->param13Changed(-57);
     QCOMPARE(support::imageOf(*m_window).at(129), '\xC7');
 }

@@ -34,6 +34,8 @@ private slots:
     void aNewFactorStoresWhatIsShown();
     void retypingTheShownNumberStoresIt();
     void passingThroughStoresNothing();
+    void clearingAndLeavingStoresNothing();
+    void whatWasTypedBeforeALoadIsForgotten();
     void aShutGateLetsNothingThrough();
     void correctionsPassAndRepeatNothing();
 
@@ -313,6 +315,37 @@ void TestInputs::passingThroughStoresNothing()
     QTest::keyClick(&pair.threshold, Qt::Key_Return);
     pair.threshold.clearFocus();
     QCOMPARE(changes.count(), 0);
+}
+
+void TestInputs::clearingAndLeavingStoresNothing()
+{
+    Pair pair;
+    pair.choose("Battery level");
+    pair.area.setData(3, {1, 0}); // shown as 0.00
+    pair.threshold.show();
+    pair.threshold.setFocus();
+    pair.threshold.selectAll();
+    QTest::keyClick(&pair.threshold, Qt::Key_Delete);
+    QFocusEvent leave(QEvent::FocusOut, Qt::TabFocusReason);
+    QCoreApplication::sendEvent(&pair.threshold, &leave);
+    QCOMPARE(pair.threshold.text(), QStringLiteral("0.00 [%]"));
+    QCOMPARE(pair.area.data(3, 2), (QVector<quint8>{1, 0}));
+}
+
+void TestInputs::whatWasTypedBeforeALoadIsForgotten()
+{
+    Pair pair;
+    pair.choose("Battery level");
+    pair.threshold.show();
+    pair.threshold.setFocus();
+    pair.threshold.selectAll();
+    QTest::keyClicks(&pair.threshold, QStringLiteral("40"));
+    pair.area.setData(3, {1, 0});
+    pair.threshold.disconnect(&pair.area);
+    pair.threshold.showValue(0);
+    connect(&pair.threshold, numberChanged, &pair.area, setBytes);
+    QTest::keyClick(&pair.threshold, Qt::Key_Return);
+    QCOMPARE(pair.area.data(3, 2), (QVector<quint8>{1, 0}));
 }
 
 void TestInputs::aShutGateLetsNothingThrough()
