@@ -42,6 +42,9 @@ public:
     void updateTimersTab();
     void updateMesagessTab();
 
+    /// Stores those of author, title and description that were changed.
+    void parseDescription();
+
     /// The program's version as the settings image holds it, one byte for each part.
     [[nodiscard]] QVector<quint8> parseSettingsVersion() const;
 
@@ -110,7 +113,6 @@ private:
     void createMesagessTab();
     void connectFileActions();
     void connectInputs();
-    void parseDescription();
     void updateTabs();
     void openDropped(const QString& path);
     [[nodiscard]] bool takesDrops() const;
