@@ -66,6 +66,21 @@ private:
     std::unique_ptr<MainWindow> m_window;
 };
 
+namespace {
+
+/// What a row is made of: the class and the name of each cell.
+QStringList cellsOf(const QGridLayout& grid, int row)
+{
+    QStringList cells;
+    for (int column = 0; column < grid.columnCount(); ++column) {
+        const QWidget* widget = grid.itemAtPosition(row, column)->widget();
+        cells << QString::fromLatin1(widget->metaObject()->className()) + widget->objectName();
+    }
+    return cells;
+}
+
+} // namespace
+
 void TestRules::init()
 {
     if (m_window == nullptr) {
@@ -95,11 +110,7 @@ void TestRules::theGridOfTimerRules()
     QCOMPARE(grid->rowCount(), 8);
     QCOMPARE(grid->columnCount(), 7);
     for (int row = 0; row < 8; ++row) {
-        QStringList cells;
-        for (int column = 0; column < 7; ++column) {
-            const QWidget* widget = grid->itemAtPosition(row, column)->widget();
-            cells << QString::fromLatin1(widget->metaObject()->className()) + widget->objectName();
-        }
+        const QStringList cells = cellsOf(*grid, row);
         const QString tim = QStringLiteral("tim%1").arg(row + 1);
         QCOMPARE(cells,
                  (QStringList{QStringLiteral("QLabel"), "cMyComboBoxW2" + tim + "Cb1",
@@ -115,11 +126,7 @@ void TestRules::theGridOfMessageRules()
     QCOMPARE(grid->rowCount(), 24);
     QCOMPARE(grid->columnCount(), 9);
     for (int row = 0; row < 24; ++row) {
-        QStringList cells;
-        for (int column = 0; column < 9; ++column) {
-            const QWidget* widget = grid->itemAtPosition(row, column)->widget();
-            cells << QString::fromLatin1(widget->metaObject()->className()) + widget->objectName();
-        }
+        const QStringList cells = cellsOf(*grid, row);
         const QString par = QStringLiteral("par%1").arg(row + 1, 2, 10, QLatin1Char('0'));
         QCOMPARE(cells, (QStringList{QStringLiteral("QLabel"), "cMyComboBoxW2" + par + "Cb1",
                                      "cMyComboBoxW6" + par + "Cb2", "cMyComboBoxW2" + par + "Cb3",
