@@ -37,9 +37,11 @@ QByteArray imageWith(bool isOther)
 
 void receive(const QByteArray& image, int record)
 {
-    QVector<quint8> bytes(recordLength);
-    std::copy_n(image.begin() + record * recordLength, recordLength, bytes.begin());
-    window->newDataRead(EEPROM, static_cast<quint32>(record * recordLength), bytes);
+    const int address = record * recordLength;
+    const QByteArray part = image.mid(address, recordLength);
+    QVector<quint8> bytes(part.size());
+    std::copy(part.begin(), part.end(), bytes.begin());
+    window->newDataRead(EEPROM, static_cast<quint32>(address), bytes);
 }
 
 /// Reading the settings from the device, again and again different ones: each record is followed
