@@ -26,11 +26,14 @@ QColor quietColor(const QPalette& palette)
 
 QPalette cellPalette(QPalette palette, bool quiet)
 {
-    const QColor text =
-        quiet ? quietColor(palette) : palette.color(QPalette::Active, QPalette::Text);
+    const QColor usual = palette.color(QPalette::Active, QPalette::Text);
+    const QColor faint = quietColor(palette);
     for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-        palette.setColor(group, QPalette::Text, text);
-        palette.setColor(group, QPalette::WindowText, text);
+        palette.setColor(group, QPalette::Text, quiet ? faint : usual);
+        palette.setColor(group, QPalette::WindowText, quiet ? faint : usual);
+    }
+    if (palette.color(QPalette::Disabled, QPalette::Text) == usual) {
+        palette.setColor(QPalette::Disabled, QPalette::Text, faint); // palettes that do not tell
     }
     return palette;
 }
