@@ -32,7 +32,6 @@ private slots:
     void aRefusedKeyRestoresTheLoadedText();
 };
 
-using support::child;
 using support::imageWithTexts;
 
 void TestRefusals::init()
