@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_DEVICE_PROTOCOL_H
+#define MIOLKA_DEVICE_PROTOCOL_H
+
+#include "image/memorytype.h"
+
+#include <QString>
+
+#include <optional>
+
+/// The words of the device's line protocol and the numbers that it is recognised by.
+///
+/// Every line to the device, a command word or an Intel HEX record, ends in CR LF and is answered
+/// by one line. Lines from the device that begin with "!" are notices, not answers.
+namespace device {
+
+constexpr quint16 vendorId = 0x03EB;
+constexpr quint16 productId = 0x2018;           ///< in normal operation, a serial port
+constexpr quint16 bootLoaderProductId = 0x2FF0; ///< waiting for a firmware update
+
+constexpr char lineEnd[] = "\r\n";
+constexpr char noticeMark = '!';
+
+constexpr char rootWord[] = "#ROOT"; ///< leaves any mode
+constexpr char hexWord[] = "#HEX";   ///< the data lines that follow are Intel HEX records
+constexpr char readWord[] = "#READ";
+constexpr char writeWord[] = "#WRITE";
+constexpr char resetWord[] = "#RESET";
+constexpr char bootWord[] = "#BOOT";
+constexpr char clearWord[] = "#CLEAR";
+constexpr char offWord[] = "#OFF";
+constexpr char simulationWord[] = "#SIMUL";
+
+/// The word that selects a memory; empty for a number that stands for none.
+[[nodiscard]] QString memoryWord(MemoryType area);
+
+/// The memory that a reply line selects. The whole line counts, its line end included.
+[[nodiscard]] std::optional<MemoryType> memoryOfReply(const QString& reply);
+
+/// What an exchange with the device is; the numbers are fixed.
+enum class LinkMode : qint32 {
+    Write = 0,
+    Read = 1,
+    Command = 2, ///< one service command
+    Reset = 3,
+    Status = 5,
+};
+
+} // namespace device
+
+#endif

@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "device/replies.h"
+
+#include "device/protocol.h"
+#include "image/hexrecord.h"
+
+#include <array>
+
+namespace device {
+
+namespace {
+
+constexpr int memoryCount = 5;
+
+/// The bytes of one memory in the order in which they came.
+class Bytes
+{
+public:
+    void append(const QVector<quint8>& data) { m_bytes += data; }
+
+    /// Little-endian; bytes that did not come are 0.
+    [[nodiscard]] unsigned number(int position, int width) const
+    {
+        unsigned value = 0;
+        for (int i = width - 1; i >= 0; --i) {
+            value = (value << 8U) | m_bytes.value(position + i, 0);
+        }
+        return value;
+    }
+
+    /// Latin-1, ended by a zero byte.
+    [[nodiscard]] QString text(int position, int width) const
+    {
+        QString text;
+        for (const quint8 byte : m_bytes.mid(position, width)) {
+            if (byte == 0) {
+                break;
+            }
+            text.append(QLatin1Char(static_cast<char>(byte)));
+        }
+        return text;
+    }
+
+    [[nodiscard]] QString dotted(int position, int width) const
+    {
+        QStringList parts;
+        for (const quint8 byte : m_bytes.mid(position, width)) {
+            parts.append(QString::number(byte));
+        }
+        return parts.join(QLatin1Char('.'));
+    }
+
+    [[nodiscard]] QString dotted() const { return dotted(0, m_bytes.size()); }
+
+private:
+    QVector<quint8> m_bytes;
+};
+
+QString twoDigits(unsigned number)
+{
+    return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
+}
+
+QString duration(unsigned seconds)
+{
+    constexpr unsigned minute = 60;
+    constexpr unsigned hour = 3600;
+    const QString rest = twoDigits(seconds % minute);
+    if (seconds < hour) {
+        return QStringLiteral("%1:%2").arg(seconds / minute).arg(rest);
+    }
+    return QStringLiteral("%1:%2:%3")
+        .arg(seconds / hour)
+        .arg(twoDigits(seconds % hour / minute), rest);
+}
+
+QString metres(unsigned centimetres)
+{
+    return QString::number(centimetres / 100.0, 'f', 1) + QStringLiteral(" m");
+}
+
+} // namespace
+
+QVector<cMyReadRecord> readRecords(const QStringList& replies)
+{
+    QVector<cMyReadRecord> records;
+    records.reserve(replies.size());
+    MemoryType area = EEPROM;
+    cMyHexRecord record;
+    for (const QString& reply : replies) {
+        if (const auto selected = memoryOfReply(reply)) {
+            area = *selected;
+        }
+        if (reply.startsWith(QLatin1Char(':')) && reply != QLatin1String(":00000001FF\r\n") &&
+            record.fromString(reply)) {
+            records.append({area, record.offset(), record.data()});
+        }
+    }
+    return records;
+}
+
+QStringList statusTexts(const QStringList& replies)
+{
+    std::array<Bytes, memoryCount> memories;
+    for (const cMyReadRecord& record : readRecords(replies)) {
+        memories.at(record.area).append(record.data);
+    }
+    const Bytes& eeprom = memories.at(EEPROM);
+    const Bytes& flash = memories.at(FLASH);
+    const Bytes& otp = memories.at(OTP);
+    const Bytes& ram = memories.at(RAM);
+    // In the order of StatusText; the positions follow from the order of the regions asked for.
+    return {
+        QString::number(ram.number(4, 1)),
+        metres(ram.number(0, 2)),
+        duration(ram.number(2, 2)),
+        QString::number(otp.number(0, 2)),
+        otp.dotted(2, 4),
+        QString::number(otp.number(6, 1)),
+        memories.at(ROM).dotted(),
+        flash.text(0, 16),
+        flash.dotted(16, 4),
+        eeprom.dotted(0, 4),
+        eeprom.text(4, 16),
+        eeprom.text(20, 32),
+        eeprom.text(52, 512),
+    };
+}
+
+} // namespace device

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "device/ttywatch.h"
+
+#include <algorithm>
+#include <chrono>
+
+#ifdef Q_OS_LINUX
+#include <dirent.h>
+#include <memory>
+#endif
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto restlessTime = 3s;
+constexpr auto longestRest = 5s;
+
+#ifdef Q_OS_LINUX
+struct CloseDirectory
+{
+    void operator()(DIR* directory) const { closedir(directory); }
+};
+
+/// Names only: anything that also looks at the entries takes ten times as long.
+std::vector<std::string> ttyNames()
+{
+    std::vector<std::string> names;
+    const std::unique_ptr<DIR, CloseDirectory> directory(opendir("/sys/class/tty"));
+    if (directory != nullptr) {
+        // The stream is ours alone.
+        // NOLINTNEXTLINE(concurrency-mt-unsafe)
+        while (const dirent* const entry = readdir(directory.get())) {
+            names.emplace_back(static_cast<const char*>(entry->d_name));
+        }
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+#endif
+
+} // namespace
+
+cMyTtyWatch::cMyTtyWatch() : m_restless(restlessTime), m_nextLook(0) {}
+
+bool cMyTtyWatch::isWorthLooking()
+{
+#ifdef Q_OS_LINUX
+    std::vector<std::string> names = ttyNames();
+    if (names != m_names) {
+        m_names = std::move(names);
+        m_restless.setRemainingTime(restlessTime);
+    }
+    if (m_restless.hasExpired() && !m_nextLook.hasExpired()) {
+        return false;
+    }
+    m_nextLook.setRemainingTime(longestRest);
+#endif
+    return true;
+}
