@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "device/portnote.h"
+
+cMyPortNote::cMyPortNote(QWidget* parent) : QLabel(parent)
+{
+    setObjectName(QStringLiteral("lPortNote"));
+    setTextFormat(Qt::PlainText);
+}
+
+void cMyPortNote::compare(const QString& linkPort, const QString& chosenPort)
+{
+    const bool isOther = !chosenPort.isEmpty() && chosenPort != linkPort;
+    setText(isOther ? tr("Transmisja używa %1; uruchom program ponownie, aby użyć %2")
+                          .arg(linkPort, chosenPort)
+                    : QString());
+}
