@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_EMULATOR_STATEFILE_H
+#define MIOLKA_EMULATOR_STATEFILE_H
+
+#include "emulator/devicememories.h"
+
+#include <QString>
+#include <QVector>
+
+#include <optional>
+
+/// What virtual devices remember from one run to the next: one file for all of them.
+///
+/// The file holds a magic word, a version, and every memory as runs of equal bytes and of others,
+/// so that the erased flash takes no room; a digest of all that stands at its end.
+namespace emulator {
+
+/// Devices that there can be in one run, and in one file.
+constexpr int mostDevices = 16;
+
+/// Replaces the file in one step; false, with the old one left, if that fails.
+[[nodiscard]] bool writeState(const QString& path, const QVector<cMyDeviceMemories>& devices);
+
+/// Nothing if the file is not readable, or not wholly as writeState() writes it. Whatever it
+/// holds, no more memory is used than mostDevices need.
+[[nodiscard]] std::optional<QVector<cMyDeviceMemories>> readState(const QString& path);
+
+} // namespace emulator
+
+#endif

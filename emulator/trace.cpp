@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "emulator/trace.h"
+
+cMyTrace::cMyTrace()
+{
+    m_clock.start();
+}
+
+bool cMyTrace::open(const QString& path)
+{
+    m_file.setFileName(path);
+    return m_file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+}
+
+void cMyTrace::write(Direction direction, int device, const QByteArray& bytes)
+{
+    if (!m_file.isOpen()) {
+        return;
+    }
+    constexpr double milliseconds = 1000;
+    constexpr int decimals = 3;
+    const double now = static_cast<double>(m_clock.elapsed()) / milliseconds;
+    QByteArray line = QByteArray::number(now, 'f', decimals);
+    line += direction == Direction::ToDevice ? " > " : " < ";
+    if (m_numbered) {
+        line += QByteArray::number(device) + ' ';
+    }
+    m_file.write(line + escaped(bytes) + '\n');
+    m_file.flush();
+}
+
+QByteArray cMyTrace::escaped(const QByteArray& bytes)
+{
+    constexpr char firstPrintable = ' ';
+    constexpr char lastPrintable = '~';
+    QByteArray text;
+    text.reserve(bytes.size());
+    for (const char byte : bytes) {
+        if (byte == '\r') {
+            text += "\\r";
+        } else if (byte == '\n') {
+            text += "\\n";
+        } else if (byte == '\\') {
+            text += "\\\\";
+        } else if (byte >= firstPrintable && byte <= lastPrintable) {
+            text += byte;
+        } else {
+            text += "\\x" + QByteArray(1, byte).toHex();
+        }
+    }
+    return text;
+}

@@ -1,0 +1,238 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "emulator/virtualdevice.h"
+
+#include "device/protocol.h"
+#include "image/hexcodec.h"
+#include "image/memoryarea.h"
+#include "image/settingsfile.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace {
+
+const QByteArray notUnderstood = QByteArrayLiteral("?");
+
+std::string_view view(const QByteArray& text)
+{
+    return {text.constData(), static_cast<std::size_t>(text.size())};
+}
+
+QByteArray withoutLineEnd(const QByteArray& line)
+{
+    int size = line.size();
+    if (size > 0 && line.at(size - 1) == '\n') {
+        --size;
+    }
+    if (size > 0 && line.at(size - 1) == '\r') {
+        --size;
+    }
+    return line.left(size);
+}
+
+QByteArray payload(const cMyRecordFields& fields)
+{
+    QByteArray bytes(fields.size, '\0');
+    std::copy_n(fields.data.cbegin(), fields.size, bytes.begin());
+    return bytes;
+}
+
+/// The fields of a record that is no longer and no shorter than its count says.
+std::optional<cMyRecordFields> wholeRecord(const QByteArray& text)
+{
+    cMyRecordFields fields;
+    if (image::decodeRecord(view(text), fields) != image::RecordFault::None ||
+        text.size() != image::recordTextSize(fields.size)) {
+        return std::nullopt;
+    }
+    return fields;
+}
+
+/// The upper 16 bits of the address in a type 4 record, in the public form or in the short one,
+/// which is printed with a count of 00 and summed as such.
+std::optional<quint16> upperAddress(const QByteArray& text)
+{
+    constexpr int segmentSize = 2;
+    constexpr int countPosition = 1;
+    constexpr int typePosition = 7;
+    if (text.mid(typePosition, 2) != "04") { // nearly always
+        return std::nullopt;
+    }
+    QByteArray counted = text;
+    const bool isShort = text.mid(countPosition, 2) == "00";
+    if (isShort) {
+        counted.replace(countPosition, 2, "02"); // what decodes it as the bytes that it has
+    }
+    const auto fields = wholeRecord(counted);
+    if (!fields || fields->type != image::ExtendedLinearAddressRecord ||
+        fields->size != segmentSize) {
+        return std::nullopt;
+    }
+    const auto segment = static_cast<quint16>(fields->data[0] << 8 | fields->data[1]);
+    const quint8 checksum =
+        isShort ? image::recordChecksum(fields->offset, fields->type, segment, nullptr, 0)
+                : image::standardChecksum(*fields);
+    return checksum == fields->checksum ? std::make_optional(segment) : std::nullopt;
+}
+
+} // namespace
+
+cMyVirtualDevice::cMyVirtualDevice(QObject* parent) : QObject(parent) {}
+
+QByteArray cMyVirtualDevice::answer(const QByteArray& line)
+{
+    const QByteArray text = withoutLineEnd(line);
+    QByteArray reply = notUnderstood;
+    if (text.startsWith(':')) {
+        reply = record(text);
+    } else if (command(text)) {
+        reply = text;
+    }
+    return reply + device::lineEnd;
+}
+
+bool cMyVirtualDevice::setMemory(MemoryType area, const QByteArray& bytes)
+{
+    return m_memories.setBytes(area, bytes);
+}
+
+bool cMyVirtualDevice::loadSettings(const QString& path)
+{
+    cMyMemoryArea area;
+    const QByteArray old = memory(EEPROM);
+    area.setData(0, QVector<quint8>(old.cbegin(), old.cend()));
+    if (!image::readSettingsFile(path, area)) {
+        return false;
+    }
+    const QVector<quint8> bytes = area.data(0, image::settingsImageSize);
+    QByteArray settings(bytes.size(), '\0');
+    std::copy(bytes.cbegin(), bytes.cend(), settings.begin());
+    return setMemory(EEPROM, settings);
+}
+
+void cMyVirtualDevice::unplugged()
+{
+    if (!m_offWhenUnplugged) {
+        return;
+    }
+    m_offWhenUnplugged = false;
+    m_simulating = false;
+    m_memories.powerOn();
+}
+
+void cMyVirtualDevice::plugged()
+{
+    leaveModes();
+}
+
+bool cMyVirtualDevice::command(const QByteArray& word)
+{
+    for (int number = 0; number < emulator::memoryCount; ++number) {
+        const auto area = static_cast<MemoryType>(number);
+        if (word == device::memoryWord(area).toLatin1()) {
+            select(area);
+            return true;
+        }
+    }
+    if (word == device::rootWord) {
+        leaveModes();
+    } else if (word == device::hexWord) {
+        m_hex = true;
+    } else if (word == device::readWord) {
+        m_direction = Direction::Read;
+    } else if (word == device::writeWord) {
+        m_direction = Direction::Write;
+    } else if (word == device::simulationWord) {
+        startSimulation();
+    } else if (word == device::clearWord) {
+        m_memories.clearStatistics();
+    } else if (word == device::offWord) {
+        m_offWhenUnplugged = true;
+    } else if (word == device::bootWord || word == device::resetWord) {
+        leaveModes();
+        word == device::bootWord ? emit bootRequested() : emit resetRequested();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void cMyVirtualDevice::leaveModes()
+{
+    m_hex = false;
+    m_simulating = false;
+    m_direction = Direction::None;
+    m_area.reset();
+    m_upperAddress = 0;
+}
+
+void cMyVirtualDevice::select(MemoryType area)
+{
+    m_area = area;
+    m_upperAddress = 0;
+}
+
+void cMyVirtualDevice::startSimulation()
+{
+    if (m_simulating) {
+        return;
+    }
+    m_simulating = true;
+    emit simulationStarted();
+}
+
+QByteArray cMyVirtualDevice::record(const QByteArray& text)
+{
+    // A simulation exchanges records from its first line on, without asking for them.
+    if ((!m_hex && !m_simulating) || !m_area || m_direction == Direction::None) {
+        return notUnderstood;
+    }
+    // In every memory, so that bytes behind 64 KiB are refused and not stored at the start of one
+    // that is shorter.
+    if (const auto upper = upperAddress(text)) {
+        m_upperAddress = *upper;
+        return text;
+    }
+    const auto fields = wholeRecord(text);
+    if (!fields || !image::isChecksumRight(*fields)) {
+        return notUnderstood;
+    }
+    if (fields->type == image::DataRecord) {
+        return dataRecord(*fields, text);
+    }
+    const bool isEnd =
+        fields->type == image::EndOfFileRecord && fields->offset == 0 && fields->size == 0;
+    return isEnd ? text : notUnderstood;
+}
+
+QByteArray cMyVirtualDevice::dataRecord(const cMyRecordFields& fields, const QByteArray& text)
+{
+    const qint64 address = (static_cast<qint64>(m_upperAddress) << 16) + fields.offset;
+    if (m_direction == Direction::Read) {
+        const QByteArray bytes = m_memories.read(*m_area, address, fields.size);
+        const bool isInside = address + fields.size <= emulator::memorySize(*m_area);
+        return isInside ? printed(fields.offset, bytes) : notUnderstood;
+    }
+    if (*m_area == OTP || *m_area == ROM || !m_memories.write(*m_area, address, payload(fields))) {
+        return notUnderstood;
+    }
+    return text;
+}
+
+QByteArray cMyVirtualDevice::printed(quint16 offset, const QByteArray& bytes)
+{
+    std::array<quint8, 255> data{};
+    std::copy(bytes.cbegin(), bytes.cend(), data.begin());
+    cMyRecordLine line;
+    line.count = static_cast<quint8>(bytes.size());
+    line.offset = offset;
+    line.type = image::DataRecord;
+    line.payload = data.data();
+    line.payloadSize = bytes.size();
+    line.checksum = image::recordChecksum(offset, image::DataRecord, 0, data.data(), bytes.size());
+    QByteArray text(image::recordTextSize(bytes.size()), Qt::Uninitialized);
+    image::encodeRecord(line, text.data());
+    return text;
+}
