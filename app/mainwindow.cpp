@@ -4,9 +4,16 @@
 #include "app/mainwindow.h"
 
 #include "app/settingsdocument.h"
+#include "device/deviceactions.h"
+#include "device/miolka.h"
+#include "device/miolkastatus.h"
+#include "device/portnote.h"
+#include "device/portselect.h"
+#include "device/servicecommands.h"
+#include "device/statuspage.h"
+#include "device/transferprogress.h"
 #include "editor/description.h"
 #include "editor/fieldcodec.h"
-#include "editor/imagegate.h"
 #include "editor/parameterstab.h"
 #include "editor/rulegrid.h"
 #include "image/memoryarea.h"
@@ -14,9 +21,6 @@
 #include "ui_mainwindow.h"
 
 #include <QApplication>
-#include <QDoubleSpinBox>
-#include <QDropEvent>
-#include <QSignalMapper>
 
 namespace {
 
@@ -29,95 +33,6 @@ QString literalTitle(QString text)
 }
 
 } // namespace
-
-MainWindow::MainWindow(QWidget* parent)
-    : QMainWindow(parent), ui(std::make_unique<Ui::MainWindow>())
-{
-    ui->setupUi(this);
-    m_version = QStringLiteral(MIOLKA_VERSION);
-    ui->tabWidget->removeTab(ui->tabWidget->indexOf(ui->tab));
-    createMemoryAreas();
-    createParametersTab();
-    createTimersTab();
-    createMesagessTab();
-    m_document = new cMySettingsDocument(*m_image, *ui->actionSave, *this);
-    qRegisterMetaType<QVector<QString>>("QVector<QString>");
-    connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::tabWidgetChanged);
-    connectInputs();
-    connectFileActions();
-    setupAppName();
-    openFileDialog(QStringLiteral("NewFile"));
-    m_description->installValidators();
-}
-
-MainWindow::~MainWindow() = default;
-
-void MainWindow::createMemoryAreas()
-{
-    m_image = new cMyMemoryArea(this);
-    m_image->setObjectName(QStringLiteral("settingsImage"));
-    m_image->setData(image::settingsImageSize - 1, 0);
-    auto* second = new cMyMemoryArea(this);
-    second->setObjectName(QStringLiteral("secondArea"));
-    m_gate = new cMyImageGate(*m_image, this);
-}
-
-void MainWindow::createParametersTab()
-{
-    m_parameters = new cMyParametersTab({ui->parametersForm, ui->periodsForm, ui->distancesForm},
-                                        *m_gate, *this);
-    m_description = new cMyDescription({ui->leAuthor, ui->leTitle, ui->pteDescription,
-                                        ui->lAuthorFree, ui->lTitleFree, ui->lDescriptionFree,
-                                        ui->lParamAutor, ui->lParamTytul, ui->pteParamDesc},
-                                       *m_gate, *this);
-    // The texts were there before the inputs that stand above them.
-    setTabOrder(&m_parameters->lastInput(), ui->leAuthor);
-    setTabOrder(ui->leAuthor, ui->leTitle);
-    setTabOrder(ui->leTitle, ui->pteDescription);
-}
-
-void MainWindow::createTimersTab()
-{
-    m_timerRules = new cMyRuleGrid(cMyRuleGrid::timerRules(),
-                                   {ui->timRows, ui->timLayout, ui->timHeading}, *m_gate, *this);
-}
-
-void MainWindow::createMesagessTab()
-{
-    m_messageRules = new cMyRuleGrid(cMyRuleGrid::messageRules(),
-                                     {ui->msgRows, ui->msgLayout, ui->msgHeading}, *m_gate, *this);
-}
-
-void MainWindow::connectInputs()
-{
-    const auto numberChanged = QOverload<double>::of(&QDoubleSpinBox::valueChanged);
-    connect(&m_parameters->altitude(), numberChanged, this, &MainWindow::param11Changed);
-    connect(&m_parameters->latitude(), numberChanged, this, &MainWindow::param12Changed);
-    connect(&m_parameters->volume(), QOverload<int>::of(&QSpinBox::valueChanged), this,
-            &MainWindow::param13Changed);
-    connect(ui->leAuthor, &QLineEdit::textChanged, this, &MainWindow::descriptionReached);
-    connect(ui->leTitle, &QLineEdit::textChanged, this, &MainWindow::descriptionReached);
-    connect(ui->pteDescription, &QPlainTextEdit::textChanged, this,
-            &MainWindow::descriptionReached);
-}
-
-void MainWindow::connectFileActions()
-{
-    auto* open = new QSignalMapper(this);
-    open->setMapping(ui->actionNew, QStringLiteral("NewFile"));
-    open->setMapping(ui->actionOpen, QStringLiteral("OpenFile"));
-    auto* save = new QSignalMapper(this);
-    save->setMapping(ui->actionSave, QStringLiteral("Save"));
-    save->setMapping(ui->actionSaveAs, QStringLiteral("SaveAs"));
-    const auto map = QOverload<>::of(&QSignalMapper::map);
-    connect(ui->actionNew, &QAction::triggered, open, map);
-    connect(ui->actionOpen, &QAction::triggered, open, map);
-    connect(open, &QSignalMapper::mappedString, this, &MainWindow::openFileDialog);
-    connect(ui->actionSave, &QAction::triggered, save, map);
-    connect(ui->actionSaveAs, &QAction::triggered, save, map);
-    connect(save, &QSignalMapper::mappedString, this, &MainWindow::saveFileDialog);
-    connect(ui->actionExit, &QAction::triggered, this, &MainWindow::close);
-}
 
 void MainWindow::openFileCmdLine(const QString& path)
 {
@@ -175,6 +90,80 @@ void MainWindow::tabWidgetChanged(int index)
     if (index == startPage) {
         emit statusRequested();
     }
+}
+
+void MainWindow::writeSettingsToMiolka()
+{
+    m_progress->open(tr("Zapis do miolki.."));
+    m_image->setData(0, parseSettingsVersion());
+    QStringList records = m_image->toHex(0, image::settingsImageSize, image::settingsRecordLength);
+    emit writeToMiolka(EEPROM, records);
+}
+
+void MainWindow::readSettingsFromMiolka()
+{
+    m_progress->open(tr("Odczyt z miolki.."));
+    QStringList records = m_image->toHex(0, image::settingsImageSize, image::settingsRecordLength);
+    emit readFromMiolka(EEPROM, records);
+}
+
+void MainWindow::miolkaWriteProgress(int min, int max, int progress)
+{
+    m_progress->show(min, max, progress);
+}
+
+void MainWindow::transferLost()
+{
+    m_progress->drop();
+    ui->statusBar->showMessage(tr("Połączenie z Miolką przerwane przed końcem transmisji."));
+}
+
+void MainWindow::newStatusRead(QStringList const& list)
+{
+    m_statusPage->showStatus(list);
+    m_statusDialog->setStatus(cMyStatusPage::selfTestFlags(list));
+}
+
+void MainWindow::showMiolkaStatus()
+{
+    m_statusDialog->exec();
+}
+
+void MainWindow::portChanged(const QString& newPort)
+{
+    m_deviceActions->setAvailable(!newPort.isEmpty());
+    m_statusPage->showPort(newPort);
+    m_portNote->compare(m_link->portName(), newPort);
+}
+
+void MainWindow::miolkaInBootMode()
+{
+    m_service->warnOfBootMode();
+}
+
+void MainWindow::on_actionReset_triggered()
+{
+    m_service->reset();
+}
+
+void MainWindow::on_actionClearStats_triggered()
+{
+    m_service->clearStatistics();
+}
+
+void MainWindow::on_actionPowerOff_triggered()
+{
+    m_service->powerOff();
+}
+
+void MainWindow::on_actionFirmwareUpdate_triggered()
+{
+    m_service->updateFirmware();
+}
+
+void MainWindow::on_actionLibraryUpdate_triggered()
+{
+    ui->statusBar->showMessage(tr("Niedostępne jeszcze w tej wersji."));
 }
 
 void MainWindow::newDataRead(MemoryType area, quint32 address, QVector<quint8> bytes)
@@ -255,11 +244,14 @@ void MainWindow::simulationInProgress(bool state)
     for (QWidget* widget : locked) {
         widget->setEnabled(!state);
     }
+    m_deviceActions->setInUse(state);
     if (state) {
+        m_link->end();
         disconnect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::tabWidgetChanged);
     } else {
         connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::tabWidgetChanged);
     }
+    m_portSelect->hold(state ? m_portSelect->currentText() : QString());
 }
 
 bool MainWindow::takesDrops() const
@@ -268,27 +260,9 @@ bool MainWindow::takesDrops() const
     return ui->menuBar->isEnabled() && QApplication::activeModalWidget() == nullptr;
 }
 
-void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+void MainWindow::closeEvent(QCloseEvent* event)
 {
-    const bool copyable = event->possibleActions().testFlag(Qt::CopyAction);
-    if (copyable && takesDrops() &&
-        !cMySettingsDocument::droppedFile(*event->mimeData()).isEmpty()) {
-        // Never the source's own proposal: after a move it would delete the file.
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    }
-}
-
-void MainWindow::dropEvent(QDropEvent* event)
-{
-    const QString path = cMySettingsDocument::droppedFile(*event->mimeData());
-    if (path.isEmpty() || !takesDrops()) {
-        return;
-    }
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
-    // The program that the file was dragged from waits until this returns; the question whether
-    // to keep changes must not hold it up.
-    QMetaObject::invokeMethod(
-        this, [this, path] { openDropped(path); }, Qt::QueuedConnection);
+    m_link->end();
+    m_progress->drop();
+    QMainWindow::closeEvent(event);
 }

@@ -13,11 +13,19 @@
 #include <memory>
 
 class cMyDescription;
+class cMyDeviceActions;
 class cMyImageGate;
 class cMyMemoryArea;
+class cMyMiolka;
+class cMyMiolkaStatus;
 class cMyParametersTab;
+class cMyPortNote;
+class cMyPortSelect;
 class cMyRuleGrid;
+class cMyServiceCommands;
 class cMySettingsDocument;
+class cMyStatusPage;
+class cMyTransferProgress;
 
 namespace Ui {
 class MainWindow;
@@ -67,6 +75,36 @@ public slots:
     /// Asks for the device's status when the start page comes up.
     void tabWidgetChanged(int index);
 
+    /// Sends the settings to the device, marked with this program's version.
+    void writeSettingsToMiolka();
+
+    /// Replaces the settings by those that the device holds.
+    void readSettingsFromMiolka();
+
+    /// Shows how far a transfer has come.
+    void miolkaWriteProgress(int min, int max, int progress);
+
+    /// Says that the device vanished in the middle of a transfer.
+    void transferLost();
+
+    /// Shows the device's status, a list of device::statusTexts().
+    void newStatusRead(QStringList const& list);
+
+    /// Shows the results of the device's self-test until the user closes them.
+    void showMiolkaStatus();
+
+    /// Another port was chosen, or the last one has gone (an empty name).
+    void portChanged(const QString& newPort);
+
+    /// A device waits in its boot loader.
+    void miolkaInBootMode();
+
+    void on_actionReset_triggered();
+    void on_actionClearStats_triggered();
+    void on_actionPowerOff_triggered();
+    void on_actionFirmwareUpdate_triggered();
+    void on_actionLibraryUpdate_triggered();
+
     /// Takes bytes read from the device into the settings image; only EEPROM holds settings.
     void newDataRead(MemoryType area, quint32 address, QVector<quint8> bytes);
 
@@ -103,14 +141,17 @@ signals:
     void statusRequested();
 
 protected:
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void createMemoryAreas();
     void createParametersTab();
     void createTimersTab();
     void createMesagessTab();
+    void createPortSelector();
+    void createDeviceLink();
+    void createStatusPage();
+    void connectDevice();
     void connectFileActions();
     void connectInputs();
     void updateTabs();
@@ -126,6 +167,14 @@ private:
     cMyDescription* m_description = nullptr;
     cMyRuleGrid* m_timerRules = nullptr;
     cMyRuleGrid* m_messageRules = nullptr;
+    cMyPortSelect* m_portSelect = nullptr;
+    cMyMiolka* m_link = nullptr;
+    cMyTransferProgress* m_progress = nullptr;
+    cMyServiceCommands* m_service = nullptr;
+    cMyMiolkaStatus* m_statusDialog = nullptr;
+    std::unique_ptr<cMyStatusPage> m_statusPage;
+    std::unique_ptr<cMyDeviceActions> m_deviceActions;
+    cMyPortNote* m_portNote = nullptr;
 };
 
 #endif

@@ -3,7 +3,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Prints the medians of benchmark results as tables, with ratios.
 
-Usage: table.py RECORDS.json START.json REFRESH.json
+Usage: table.py RECORDS.json START.json REFRESH.json LINK.json LINK_ONCE.json BYTES_PER_LINE
 """
 import json
 import sys
@@ -16,8 +16,46 @@ def medians(path):
             if result.get('aggregate_name') == 'median'}
 
 
+def once(path):
+    with open(path, encoding='utf-8') as file:
+        results = json.load(file)['benchmarks']
+    return {result['run_name'].split('/iterations')[0]: result for result in results}
+
+
+def print_link(link, single, bytes_per_line):
+    print(f'\nTransfers over a pseudo-terminal, time for each line, median of '
+          f'{link["bare/now/20000"]["repetitions"]}, logging of lines off')
+    print(f'{"":34}{"time":>12}{"ratio":>8}{"goal":>8}{"processor":>12}')
+    for name, caption, bare, goal in (
+            ('bare/now/20000', 'bare loop, answered at once', None, None),
+            ('linked/now/20000', 'link', 'bare/now/20000', 1.15),
+            ('linked/now_dialog/20000', 'link and progress dialog', 'bare/now/20000', 1.25),
+            ('linked/now_log/20000', 'link, logging of lines on', 'bare/now/20000', None),
+            ('linked/now/1000', 'link, 1,000 lines', 'bare/now/20000', None),
+            ('linked/many/500000', 'link, 500,000 lines (once)', 'bare/now/20000', None),
+            ('bare/slow/2000', 'bare loop, answered after 1 ms', None, None),
+            ('linked/slow/2000', 'link', 'bare/slow/2000', 1.05),
+            ('linked/slow_dialog/2000', 'link and progress dialog', 'bare/slow/2000', 1.10)):
+        result = link.get(name) or single[name]
+        row = f'{caption:34}{result["real_time"]:>9.1f} us'
+        if bare:
+            row += f'{result["real_time"] / link[bare]["real_time"]:>8.2f}'
+            row += f'{goal:>8.2f}' if goal else ' ' * 8
+            row += f'{result["processor_us"]:>9.1f} us'
+        print(row)
+    print('ratio: to the bare loop with the same peer, both ends on processors of their own')
+    gap = link['unanswered']['real_time'] / 1000
+    polling = single['polling']['real_time'] / 10000
+    print(f'{"Longest time without an answer of the window":48}{gap:>8.1f} ms   '
+          f'ratio to 50 ms {gap / 50:.2f}')
+    print(f'{"Looking for ports, no device":48}{polling:>8.2f} %    '
+          f'ratio to 0.5 % of a processor {polling / 0.5:.2f}')
+    print(f'{"Memory of a transfer of 500,000 lines, each line":48}{bytes_per_line:>8} B    '
+          f'ratio to 400 B {int(bytes_per_line) / 400:.2f}')
+
+
 def main():
-    records, start, refresh = (medians(path) for path in sys.argv[1:4])
+    records, start, refresh, link = (medians(path) for path in sys.argv[1:5])
     repetitions = next(iter(records.values()))['repetitions']
 
     print(f'\nRecords: 500,000 of 16 bytes, 22 MB of text, whole processes, '
@@ -49,6 +87,8 @@ def main():
                                  ('refreshAll', 'everything changed', 1)):
         time = refresh[name]['real_time'] / count
         print(f'{caption:20}{time:>10.0f} us   ratio to 1 ms {time / 1000:.2f}')
+
+    print_link(link, once(sys.argv[5]), sys.argv[6])
 
 
 main()

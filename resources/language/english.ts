@@ -100,10 +100,6 @@
         <translation>Miolka -&gt; PC Upload</translation>
     </message>
     <message>
-        <source>Ta wersja jeszcze nie łączy się z Miolką.</source>
-        <translation>This version does not connect to the Miolka yet.</translation>
-    </message>
-    <message>
         <source>Zapisz nastawy do Miolki</source>
         <translation>PC -&gt; Miolka Download</translation>
     </message>
@@ -195,6 +191,183 @@
         <source>Reguły timerów</source>
         <translation>Timers formulas</translation>
     </message>
+    <message>
+        <source>Status urządzenia</source>
+        <translation>Device status</translation>
+    </message>
+    <message>
+        <source>Miolka:</source>
+        <translation>Miolka:</translation>
+    </message>
+    <message>
+        <source>Połączenie:</source>
+        <translation>Connection:</translation>
+    </message>
+    <message>
+        <source>Wielkość pamięci:</source>
+        <translation>Memory size:</translation>
+    </message>
+    <message>
+        <source>Nr seryjny:</source>
+        <translation>Serial number:</translation>
+    </message>
+    <message>
+        <source>Wersja sprzętu:</source>
+        <translation>Hardware version:</translation>
+    </message>
+    <message>
+        <source>Szczegóły</source>
+        <translation>Details</translation>
+    </message>
+    <message>
+        <source>Pokaż wynik autotestu Miolki.</source>
+        <translation>Show the results of the Miolka&apos;s self-test.</translation>
+    </message>
+    <message>
+        <source>Odśwież status</source>
+        <translation>Refresh status</translation>
+    </message>
+    <message>
+        <source>Odczytaj status z Miolki.</source>
+        <translation>Read the status from the Miolka.</translation>
+    </message>
+    <message>
+        <source>Oprogramowanie</source>
+        <translation>Software</translation>
+    </message>
+    <message>
+        <source>Wersja
+oprogramowania:</source>
+        <translation>Firmware
+version:</translation>
+    </message>
+    <message>
+        <source>Wersja
+biblioteki dźwięków:</source>
+        <translation>Sound library
+version:</translation>
+    </message>
+    <message>
+        <source>Język:</source>
+        <translation>Language:</translation>
+    </message>
+    <message>
+        <source>Wersja:</source>
+        <translation>Version:</translation>
+    </message>
+    <message>
+        <source>Wczytaj do programu nastawy, które ma Miolka.</source>
+        <translation>Read the settings that the Miolka holds.</translation>
+    </message>
+    <message>
+        <source>Zapisz nastawy z programu w Miolce.</source>
+        <translation>Write the settings to the Miolka.</translation>
+    </message>
+    <message>
+        <source>Uruchom Miolkę ponownie; dane pozostają.</source>
+        <translation>Restart the Miolka; its data stay.</translation>
+    </message>
+    <message>
+        <source>Wyczyść wartości MIN i MAX w Miolce.</source>
+        <translation>Clear the MIN and MAX values in the Miolka.</translation>
+    </message>
+    <message>
+        <source>Wyłącz Miolkę po odłączeniu kabla USB.</source>
+        <translation>Switch the Miolka off once the USB cable is unplugged.</translation>
+    </message>
+    <message>
+        <source>Przełącz Miolkę w tryb serwisowy.</source>
+        <translation>Put the Miolka into its firmware update mode.</translation>
+    </message>
+    <message>
+        <source>Zapis do miolki..</source>
+        <translation>Download..</translation>
+    </message>
+    <message>
+        <source>Odczyt z miolki..</source>
+        <translation>Upload..</translation>
+    </message>
+    <message>
+        <source>Połączenie z Miolką przerwane przed końcem transmisji.</source>
+        <translation>The connection to the Miolka was lost before the transfer was complete.</translation>
+    </message>
+</context>
+<context>
+    <name>cMyDeviceActions</name>
+    <message>
+        <source>Najpierw podłącz Miolkę.</source>
+        <translation>Connect a Miolka first.</translation>
+    </message>
+</context>
+<context>
+    <name>cMyMiolka</name>
+    <message>
+        <source>Błąd</source>
+        <translation>Error</translation>
+    </message>
+</context>
+<context>
+    <name>cMyMiolkaStatus</name>
+    <message>
+        <source>Status urządzenia</source>
+        <translation>Device status</translation>
+    </message>
+    <message>
+        <source>Miolka:</source>
+        <translation>Miolka:</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Czujnik ciśnienia:</source>
+        <translation>Pressure sensor:</translation>
+    </message>
+    <message>
+        <source>Układ audio:</source>
+        <translation>Audio codec:</translation>
+    </message>
+    <message>
+        <source>Pamięć flash:</source>
+        <translation>FLASH:</translation>
+    </message>
+    <message>
+        <source>Spójność nastaw:</source>
+        <translation>Setup:</translation>
+    </message>
+    <message>
+        <source>Biblioteka audio:</source>
+        <translation>Sound library:</translation>
+    </message>
+    <message>
+        <source>Komunikaty użytkownika:</source>
+        <translation>Custom messages library:</translation>
+    </message>
+    <message>
+        <source>Firmware:</source>
+        <translation>Firmware:</translation>
+    </message>
+    <message>
+        <source>Zamknij</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Awaria</source>
+        <translation>Faulty</translation>
+    </message>
+    <message>
+        <source>Błąd</source>
+        <translation>Error</translation>
+    </message>
+    <message>
+        <source>Miolka działa</source>
+        <translation>Self-test... Passed</translation>
+    </message>
+    <message>
+        <source>Miolka nie działa</source>
+        <translation>Self-test... Error</translation>
+    </message>
 </context>
 <context>
     <name>cMyParametersTab</name>
@@ -213,6 +386,24 @@
     <message>
         <source>-10.0 - 100.0</source>
         <translation>-10.0 - 100.0</translation>
+    </message>
+</context>
+<context>
+    <name>cMyPortNote</name>
+    <message>
+        <source>Transmisja używa %1; uruchom program ponownie, aby użyć %2</source>
+        <translation>Transfers use %1; restart the program to use %2</translation>
+    </message>
+</context>
+<context>
+    <name>cMyPortSelect</name>
+    <message>
+        <source>Brak urządzeń</source>
+        <translation>No devices found</translation>
+    </message>
+    <message>
+        <source>Port Miolki</source>
+        <translation>Port of the Miolka</translation>
     </message>
 </context>
 <context>
@@ -236,6 +427,55 @@
     <message>
         <source>Jest</source>
         <translation>Is</translation>
+    </message>
+</context>
+<context>
+    <name>cMyServiceCommands</name>
+    <message>
+        <source>Reset...</source>
+        <translation>Reset...</translation>
+    </message>
+    <message>
+        <source>Nastąpi reset Miolki bez utraty danych. W razie utraty komunikacji proszę odłączyć i podłączyć ponownie kabel USB.
+Czy chcesz kontynuować?</source>
+        <translation>The Miolka will be reset without loss of data. If the connection is lost, please unplug the USB cable and plug it in again.
+Do you want to continue?</translation>
+    </message>
+    <message>
+        <source>Wyczyść statystyki...</source>
+        <translation>Clear statistics...</translation>
+    </message>
+    <message>
+        <source>Czy chcesz wyczyścić statystyki (np. MAX głębokość)?</source>
+        <translation>Do you want to clear the statistics (MIN and MAX values: depth, time, temperature and any others)?</translation>
+    </message>
+    <message>
+        <source>Wyłącz Miolkę...</source>
+        <translation>Switch Miolka Off...</translation>
+    </message>
+    <message>
+        <source>W celu ochrony baterii, przed dłuższą przerwą w użytkowaniu Miolki wskazane jest jej wyłączenie. Miolka zostanie wyłączona zaraz po odłączeniu kabla USB. Ponowne załączenie nastąpi samoczynnie po ponownym podłączeniu do USB lub ładowarki. Czy chcesz wyłączyć zasilanie Miolki?</source>
+        <translation>To protect the battery, the Miolka should be switched off before it is left unused for a longer time. It will switch off as soon as the USB cable is unplugged, and on again by itself when it is connected to USB or a charger. Do you want to switch the Miolka off?</translation>
+    </message>
+    <message>
+        <source>Aktualizacja firmware...</source>
+        <translation>Firmware update...</translation>
+    </message>
+    <message>
+        <source>Przejście do trybu serwisowego. Kontynuacja możliwa tylko z poziomu zewnętrznego oprogramowania FLIP firmy ATMEL. Dalsze informacje w pliku Pomocy.
+Czy jesteś pewien, że chcesz wgrać nowy firmware?</source>
+        <translation>The Miolka will enter its firmware update mode, where only the external program FLIP by ATMEL can go on. See the Help file for details.
+Are you sure that you want to install new firmware?</translation>
+    </message>
+    <message>
+        <source>Błąd</source>
+        <translation>Error</translation>
+    </message>
+    <message>
+        <source>Wykryto Miolkę w trybie aktualizacji firmware.
+Czy przywrócić ją do pracy?</source>
+        <translation>Miolka is in DFU (firmware update) mode.
+Do you want to put it back to normal operating mode?</translation>
     </message>
 </context>
 <context>
@@ -405,6 +645,21 @@
     </message>
 </context>
 <context>
+    <name>cMyStatusPage</name>
+    <message>
+        <source>Miolka działa</source>
+        <translation>Self-test: Passed</translation>
+    </message>
+    <message>
+        <source>Miolka nie działa</source>
+        <translation>Self-test: Error</translation>
+    </message>
+    <message>
+        <source>N/D</source>
+        <translation>N/A</translation>
+    </message>
+</context>
+<context>
     <name>cMyTableModel</name>
     <message>
         <source>Nazwa</source>
@@ -421,6 +676,13 @@
     <message>
         <source>Jednostka</source>
         <translation>Unit</translation>
+    </message>
+</context>
+<context>
+    <name>cMyTransferProgress</name>
+    <message>
+        <source>Anuluj</source>
+        <translation>Cancel</translation>
     </message>
 </context>
 </TS>

@@ -35,7 +35,8 @@ QList<QWidget*> controlsOf(const QWidget& parent)
 {
     QList<QWidget*> controls;
     for (QWidget* widget : parent.findChildren<QWidget*>()) {
-        const bool isInner = widget->objectName().startsWith(QLatin1String("qt_"));
+        const bool isInner = widget->objectName().startsWith(QLatin1String("qt_")) ||
+                             widget->inherits("QComboBoxListView");
         if (widget->focusPolicy() != Qt::NoFocus && !isInner) {
             controls.append(widget);
         }

@@ -112,6 +112,12 @@ void TestCatalogue::textsThatAreGiven_data()
     row("MainWindow", "Komunikacja", "Online");
     row("MainWindow", "Wczytaj nastawy z Miolki", "Miolka -> PC Upload");
     row("MainWindow", "Sprawdz urządzenia DFU", "DFU state devices check");
+    row("cMyPortSelect", "Brak urządzeń", "No devices found");
+    // Nothing asks this yet.
+    row("cMyServiceCommands",
+        "Wykryto Miolkę w trybie aktualizacji firmware.\nCzy przywrócić ją do pracy?",
+        "Miolka is in DFU (firmware update) mode.\nDo you want to put it back to normal operating "
+        "mode?");
     row("cMySettingsDocument", "Zachować zmiany?", "Do you want to save changes?");
     row("cMySettingsDocument", "Otworz plik", "Open file");
     row("cMySettingsDocument", "Pliki nastaw (*.mio)", "Setup file (*.mio)");

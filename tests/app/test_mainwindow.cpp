@@ -13,6 +13,7 @@
 #include <QTabWidget>
 #include <QToolBar>
 #include <QToolButton>
+#include <QWidgetAction>
 
 /// The frame: pages, menus, tool bar, actions, style, and what the window passes on.
 class TestMainWindow : public QObject
@@ -55,7 +56,11 @@ QStringList namesOf(const QList<QAction*>& actions)
 {
     QStringList names;
     for (const QAction* action : actions) {
-        names.append(action->isSeparator() ? QStringLiteral("-") : action->objectName());
+        const auto* widget = qobject_cast<const QWidgetAction*>(action);
+        names.append(action->isSeparator()
+                         ? QStringLiteral("-")
+                         : (widget == nullptr ? action->objectName()
+                                              : widget->defaultWidget()->objectName()));
     }
     return names;
 }
@@ -198,7 +203,7 @@ void TestMainWindow::toolBar()
     QCOMPARE(window.toolBarArea(bar), Qt::TopToolBarArea);
     QCOMPARE(namesOf(bar->actions()).join(QLatin1Char(' ')),
              QStringLiteral("actionNew actionOpen actionSave actionSaveAs - actionWriteSettings "
-                            "actionReadSettings - actionExit"));
+                            "actionReadSettings - portSelect - actionExit"));
     const auto* dfu = child<QAction>(window, "actionSearchDFU");
     QVERIFY(dfu->associatedWidgets().isEmpty());
 }
@@ -339,6 +344,7 @@ void TestMainWindow::aSimulationLocksTheRest()
     MainWindow window;
     auto* tabs = child<QTabWidget>(window, "tabWidget");
     QSignalSpy requests(&window, &MainWindow::statusRequested);
+    window.portChanged(QStringLiteral("ttyACM0"));
     for (const bool running : {true, false}) {
         window.simulationInProgress(running);
         for (const char* name :
@@ -435,8 +441,7 @@ void TestMainWindow::statusTipsComeUpInTheStatusBar()
     auto* button = bar->widgetForAction(child<QAction>(window, "actionWriteSettings"));
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QTest::mouseMove(button);
-    QTRY_COMPARE(window.statusBar()->currentMessage(),
-                 QStringLiteral("This version does not connect to the Miolka yet."));
+    QTRY_COMPARE(window.statusBar()->currentMessage(), QStringLiteral("Connect a Miolka first."));
 }
 
 MIOLKA_GUI_TEST_MAIN(TestMainWindow)

@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "bench/echopeer.h"
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <fcntl.h>
+#include <poll.h>
+#include <pty.h>
+#include <sched.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace bench {
+
+namespace {
+
+using Buffer = std::array<char, 4096>;
+
+[[noreturn]] void echo(int line, long delay)
+{
+    constexpr long nanosecondsEach = 1000;
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    pinTo(1);
+    Buffer buffer{};
+    std::size_t size = 0;
+    for (;;) {
+        const auto count = read(line, std::next(buffer.data(), static_cast<std::ptrdiff_t>(size)),
+                                buffer.size() - size);
+        if (count <= 0) {
+            std::_Exit(EXIT_SUCCESS);
+        }
+        size += static_cast<std::size_t>(count);
+        if (std::memchr(buffer.data(), '\n', size) == nullptr) {
+            continue;
+        }
+        if (delay > 0) {
+            const timespec pause{0, delay * nanosecondsEach};
+            nanosleep(&pause, nullptr);
+        }
+        if (write(line, buffer.data(), size) < 0) {
+            std::_Exit(EXIT_FAILURE);
+        }
+        size = 0;
+    }
+}
+
+} // namespace
+
+EchoPeer::EchoPeer(long delay)
+{
+    termios settings{};
+    cfmakeraw(&settings);
+    std::array<char, 128> name{};
+    if (openpty(&m_master, &m_slave, name.data(), &settings, nullptr) != 0) {
+        std::perror("no pseudo-terminal");
+        std::exit(EXIT_FAILURE);
+    }
+    m_path = name.data();
+    m_process = fork();
+    if (m_process == 0) {
+        close(m_slave);
+        echo(m_master, delay);
+    }
+}
+
+EchoPeer::~EchoPeer()
+{
+    if (m_process > 0) {
+        kill(m_process, SIGKILL);
+        waitpid(m_process, nullptr, 0);
+    }
+    close(m_master);
+    close(m_slave);
+}
+
+void pinTo(unsigned processor)
+{
+    cpu_set_t processors;
+    CPU_ZERO(&processors);
+    CPU_SET(processor, &processors);
+    // Where there is only one processor, both ends share it.
+    sched_setaffinity(0, sizeof processors, &processors);
+}
+
+double bareExchange(const std::string& path, const std::string& line, int count)
+{
+    const int port = open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    termios settings{};
+    cfmakeraw(&settings);
+    tcsetattr(port, TCSANOW, &settings);
+    Buffer buffer{};
+    const auto start = std::chrono::steady_clock::now();
+    bool isRight = port >= 0;
+    for (int i = 0; i < count && isRight; ++i) {
+        isRight = write(port, line.data(), line.size()) == static_cast<ssize_t>(line.size());
+        std::size_t size = 0;
+        while (isRight && (size == 0 || buffer.at(size - 1) != '\n')) {
+            pollfd ready{port, POLLIN, 0};
+            poll(&ready, 1, -1);
+            const auto got = read(port, std::next(buffer.data(), static_cast<std::ptrdiff_t>(size)),
+                                  buffer.size() - size);
+            isRight = got > 0;
+            size += isRight ? static_cast<std::size_t>(got) : 0;
+        }
+    }
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    close(port);
+    return isRight ? seconds.count() : -1;
+}
+
+} // namespace bench
