@@ -98,13 +98,6 @@ void Desktop::type(const QString& text)
         {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("2"), text});
 }
 
-void Desktop::click(int x, int y)
-{
-    run(QStringLiteral("xdotool"),
-        {QStringLiteral("mousemove"), QString::number(x), QString::number(y),
-         QStringLiteral("click"), QStringLiteral("1")});
-}
-
 void Desktop::photograph(const QString& name)
 {
     const QDir directory(QStringLiteral(MIOLKA_BINARY_DIR "/artefacts"));

@@ -39,9 +39,6 @@ public:
     /// Types a text of ASCII characters.
     void type(const QString& text);
 
-    /// Clicks a point of the screen.
-    void click(int x, int y);
-
     /// Keeps a picture of the screen among the build's artefacts.
     void photograph(const QString& name);
 
