@@ -63,7 +63,10 @@ void cMyMiolka::end()
 
 void cMyMiolka::setPort(QString portName)
 {
-    if (m_port.isOpen()) {
+    if (isTransferRunning() && m_isCancelled) {
+        giveUp();
+        QMetaObject::invokeMethod(this, &cMyMiolka::startNext, Qt::QueuedConnection);
+    } else if (m_port.isOpen()) {
         lose();
     }
     if (m_portName.isEmpty()) {
@@ -289,16 +292,19 @@ bool cMyMiolka::takeReply()
         m_incoming.append(bytes.data(), count);
     }
     const auto line = m_incoming.takeLine();
-    if (line && !line->startsWith(device::noticeMark)) {
-        store(*line);
+    if (!line) {
+        return false;
     }
-    return line.has_value();
+    const QString text = QString::fromUtf8(*line);
+    qCDebug(link) << "Odczytane:\t" << text;
+    if (!line->startsWith(device::noticeMark)) {
+        store(text);
+    }
+    return true;
 }
 
-void cMyMiolka::store(const QByteArray& line)
+void cMyMiolka::store(const QString& text)
 {
-    const QString text = QString::fromUtf8(line);
-    qCDebug(link) << "Odczytane:\t" << text;
     // An echo shares the memory of the line that it answers.
     const QString& sent = m_outgoing.at(m_line);
     m_replies.append(text == sent ? sent : text);

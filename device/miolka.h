@@ -116,7 +116,7 @@ private:
     void sendFirst();
     void sendLine();
     bool takeReply();
-    void store(const QByteArray& line);
+    void store(const QString& text);
     void complete();
     bool parseRecBuffer();
     void parseStatus();

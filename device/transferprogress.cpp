@@ -28,6 +28,10 @@ void cMyTransferProgress::show(int min, int max, int progress)
     if (m_dialog == nullptr || !m_dialog->isVisible()) {
         return;
     }
+    if (progress == max) {
+        // Showing the end lets the user in once more; there is nothing left to cancel then.
+        m_dialog->disconnect(this);
+    }
     m_dialog->setMinimum(min);
     m_dialog->setMaximum(max);
     m_dialog->setValue(progress);

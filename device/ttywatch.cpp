@@ -24,17 +24,19 @@ struct CloseDirectory
     void operator()(DIR* directory) const { closedir(directory); }
 };
 
-/// Names only: anything that also looks at the entries takes ten times as long.
-std::vector<std::string> ttyNames()
+/// Names only: anything that also looks at the entries takes ten times as long. Nothing if the
+/// list cannot be read.
+std::optional<std::vector<std::string>> ttyNames()
 {
-    std::vector<std::string> names;
     const std::unique_ptr<DIR, CloseDirectory> directory(opendir("/sys/class/tty"));
-    if (directory != nullptr) {
-        // The stream is ours alone.
-        // NOLINTNEXTLINE(concurrency-mt-unsafe)
-        while (const dirent* const entry = readdir(directory.get())) {
-            names.emplace_back(static_cast<const char*>(entry->d_name));
-        }
+    if (directory == nullptr) {
+        return std::nullopt;
+    }
+    std::vector<std::string> names;
+    // The stream is ours alone.
+    // NOLINTNEXTLINE(concurrency-mt-unsafe)
+    while (const dirent* const entry = readdir(directory.get())) {
+        names.emplace_back(static_cast<const char*>(entry->d_name));
     }
     std::sort(names.begin(), names.end());
     return names;
@@ -48,7 +50,10 @@ cMyTtyWatch::cMyTtyWatch() : m_restless(restlessTime), m_nextLook(0) {}
 bool cMyTtyWatch::isWorthLooking()
 {
 #ifdef Q_OS_LINUX
-    std::vector<std::string> names = ttyNames();
+    auto names = ttyNames();
+    if (!names) {
+        return true;
+    }
     if (names != m_names) {
         m_names = std::move(names);
         m_restless.setRemainingTime(restlessTime);

@@ -6,13 +6,14 @@
 
 #include <QDeadlineTimer>
 
+#include <optional>
 #include <string>
 #include <vector>
 
 /// Tells when it is worth asking the system for its serial ports, which costs some milliseconds.
 /// Where the system keeps a cheap list of its ports (Linux), that is when the list has changed, for
 /// a while after that, since what is known of a port may arrive later than its name, and now and
-/// then anyway; elsewhere always.
+/// then anyway; elsewhere, and where that list cannot be read, always.
 class cMyTtyWatch
 {
 public:
@@ -22,7 +23,7 @@ public:
     bool isWorthLooking();
 
 private:
-    std::vector<std::string> m_names;
+    std::optional<std::vector<std::string>> m_names;
     QDeadlineTimer m_restless; ///< until then the last change may not be complete
     QDeadlineTimer m_nextLook;
 };

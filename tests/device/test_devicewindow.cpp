@@ -1,33 +1,26 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "device/miolka.h"
+#include "tests/device/devicewindowtest.h"
 #include "tests/support/dialogscript.h"
-#include "tests/support/mockedports.h"
-#include "tests/support/windowtest.h"
 
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QProgressBar>
-#include <QProgressDialog>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTimer>
 
 using support::child;
-using support::MockedPorts;
 
 /// What the window does about a device, from the user's seat.
-class TestDeviceWindow : public QObject
+class TestDeviceWindow : public support::DeviceWindowTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void withoutADevice();
     void withADevice();
     void whenTheDeviceGoes();
@@ -47,43 +40,6 @@ private slots:
     void aQuestionWithoutAnAnswer();
     void closingTheWindow();
     void theStatusPageNeverLoops();
-
-private:
-    [[nodiscard]] QLabel* label(const char* name) const { return child<QLabel>(*m_window, name); }
-
-    [[nodiscard]] QString text(const char* name) const { return label(name)->text(); }
-
-    support::Peer& plugIn()
-    {
-        support::Peer& peer = m_ports->plug(QStringLiteral("ttyACM0"));
-        const QSignalSpy shown(m_window->findChild<cMyMiolka*>(), &cMyMiolka::statusChanged);
-        if (!support::waitFor([&shown] { return shown.count() == 1; })) {
-            qFatal("no status was shown");
-        }
-        peer.forgetLines();
-        return peer;
-    }
-
-    void trigger(const char* action) const { child<QAction>(*m_window, action)->trigger(); }
-
-    [[nodiscard]] static QProgressDialog* progress()
-    {
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            auto* dialog = qobject_cast<QProgressDialog*>(widget);
-            if (dialog != nullptr && dialog->isVisible()) {
-                return dialog;
-            }
-        }
-        return nullptr;
-    }
-
-    [[nodiscard]] static QMessageBox* box()
-    {
-        return qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    }
-
-    std::unique_ptr<MockedPorts> m_ports;
-    std::unique_ptr<MainWindow> m_window;
 };
 
 namespace {
@@ -103,19 +59,6 @@ QString notAvailable()
 }
 
 } // namespace
-
-void TestDeviceWindow::init()
-{
-    m_ports = std::make_unique<MockedPorts>();
-    m_window = std::make_unique<MainWindow>();
-    m_window->show();
-}
-
-void TestDeviceWindow::cleanup()
-{
-    m_window.reset();
-    m_ports.reset();
-}
 
 void TestDeviceWindow::withoutADevice()
 {

@@ -18,6 +18,7 @@ private slots:
     void cancelTakesWhateverComes();
     void aNewTransferEndsTheCancelledOne();
     void aLeftOverCancelEndsAStatusQuery();
+    void aLeftOverCancelEndsAServiceCommand();
     void aTransferForgetsALeftOverCancel();
     void cancelOfAWaitingTransfer();
     void noticesAreNoAnswers();
@@ -30,6 +31,7 @@ private slots:
     void aNoisyLineIsNotWaitedForLong();
     void whatLiesInThePortIsDropped();
     void settingThePortCutsOffWhatRuns();
+    void settingThePortAfterACancel();
     void theEndOfTheProgram();
 };
 
@@ -115,6 +117,14 @@ void TestLinkFaults::aLeftOverCancelEndsAStatusQuery()
     QCOMPARE(m_statuses->count(), 0);
     m_link->readStatus();
     QTRY_COMPARE(m_statuses->count(), 1);
+}
+
+void TestLinkFaults::aLeftOverCancelEndsAServiceCommand()
+{
+    m_link->breakCommunication();
+    m_link->clearStats();
+    QTRY_COMPARE(m_peer->lines(), QStringList({QStringLiteral("#CLEAR"), QStringLiteral("#ROOT")}));
+    exchangeCleanly();
 }
 
 void TestLinkFaults::aTransferForgetsALeftOverCancel()
@@ -278,6 +288,21 @@ void TestLinkFaults::settingThePortCutsOffWhatRuns()
     QCOMPARE(m_losses->count(), 1);
     QTRY_COMPARE(m_statuses->count(), 1);
     QCOMPARE(m_progress->count(), 19);
+    exchangeCleanly();
+}
+
+void TestLinkFaults::settingThePortAfterACancel()
+{
+    m_peer->fallSilentAt(20);
+    write(settingsRecords());
+    QTRY_COMPARE(m_progress->count(), 19);
+    m_peer->setAnswer([](const QByteArray& line) { return line + "\r\n"; });
+    m_link->breakCommunication();
+    m_link->setPort(QStringLiteral("another"));
+    QTRY_COMPARE(m_statuses->count(), 1);
+    QCOMPARE(m_losses->count(), 0);
+    QCOMPARE(m_peer->lines().at(20), QStringLiteral("#ROOT"));
+    QCOMPARE(m_peer->lines().size(), 20 + 1 + 93);
     exchangeCleanly();
 }
 

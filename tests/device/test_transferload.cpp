@@ -25,6 +25,7 @@ private slots:
     void initTestCase();
     void cleanupTestCase();
     void manyTransfers();
+    void oneTransfer();
     void oneLongTransfer();
     void aStatusQueryFollowsAnUpload();
     void cancelAtRandomLines();
@@ -131,6 +132,7 @@ void TestTransferLoad::manyTransfers()
         QVERIFY(isDoneWithin(60000));
         QCOMPARE(m_answers, linesEach);
         QCOMPARE(m_deepest, 1);
+        QVERIFY(m_window->findChildren<QProgressDialog*>().size() <= 1);
         if (run == runs / 2) {
             settled = support::peakMemory();
         }
@@ -140,6 +142,13 @@ void TestTransferLoad::manyTransfers()
 #else
     Q_UNUSED(settled)
 #endif
+}
+
+void TestTransferLoad::oneTransfer()
+{
+    write(linesEach);
+    QVERIFY(isDoneWithin(200000));
+    QCOMPARE(m_answers, linesEach);
 }
 
 void TestTransferLoad::oneLongTransfer()
