@@ -111,6 +111,9 @@ bool cMyDeviceMemories::setBytes(MemoryType area, const QByteArray& bytes)
         return false;
     }
     m_bytes.at(area) = bytes;
+    if (area == RAM) {
+        mirrorDiveTime();
+    }
     return true;
 }
 
@@ -126,10 +129,15 @@ bool cMyDeviceMemories::write(MemoryType area, qint64 address, const QByteArray&
     }
     m_bytes.at(area).replace(static_cast<int>(address), bytes.size(), bytes);
     if (area == RAM) {
-        const QByteArray longest = read(RAM, valueAddress(GreatestDiveTime), 2);
-        m_bytes[RAM].replace(valueAddress(StatusDiveTime), longest.size(), longest);
+        mirrorDiveTime();
     }
     return true;
+}
+
+void cMyDeviceMemories::mirrorDiveTime()
+{
+    const QByteArray longest = read(RAM, valueAddress(GreatestDiveTime), 2);
+    m_bytes[RAM].replace(valueAddress(StatusDiveTime), longest.size(), longest);
 }
 
 QByteArray cMyDeviceMemories::read(MemoryType area, qint64 address, int size) const

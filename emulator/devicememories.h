@@ -25,8 +25,8 @@ enum ValueNumber {
     StatusDiveTime = 47,     ///< always the same as GreatestDiveTime
 };
 
-/// One more than the highest number of a value.
-constexpr int valueCount = 128;
+/// Values that there is room for; the highest number in use is lower.
+constexpr int valueCount = 64;
 
 constexpr int selfTestAddress = 1068; ///< in RAM, one byte
 
@@ -72,6 +72,7 @@ public:
     void clearStatistics();
 
 private:
+    void mirrorDiveTime();
     [[nodiscard]] bool contains(MemoryType area, qint64 address, int size) const;
 
     std::array<QByteArray, emulator::memoryCount> m_bytes;

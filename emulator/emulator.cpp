@@ -56,6 +56,9 @@ int cMyEmulator::start()
     if (!m_options.unplugged) {
         plugAll(true);
     }
+    if (m_portsFailed) {
+        return exitFailure;
+    }
     if (!m_options.terminals) {
         // Behind the event loop's start, so that its end is never missed.
         QTimer::singleShot(0, this, &cMyEmulator::startProgram);
@@ -67,6 +70,10 @@ int cMyEmulator::openFiles()
 {
     if (!m_options.trace.isEmpty() && !m_trace.open(m_options.trace)) {
         say(QStringLiteral("--trace: cannot write %1").arg(m_options.trace));
+        return exitUsage;
+    }
+    if (!m_options.state.isEmpty() && !canWriteState(m_options.state)) {
+        say(QStringLiteral("--state: cannot write %1").arg(m_options.state));
         return exitUsage;
     }
     m_trace.setNumbered(m_options.count > 1 || m_options.foreign);
@@ -86,7 +93,7 @@ int cMyEmulator::makeUsb()
     if (m_usb->isAvailable()) {
         return 0;
     }
-    say(QStringLiteral("the mocked USB port needs libumockdev (Debian package umockdev)"));
+    say(m_usb->problem());
     return exitFailure;
 }
 
@@ -149,7 +156,7 @@ void cMyEmulator::connectUnit(cMyDeviceUnit& unit)
     connect(&unit, &cMyDeviceUnit::appeared, this, &cMyEmulator::appeared);
     connect(&unit, &cMyDeviceUnit::disappeared, this, &cMyEmulator::disappeared);
     connect(&unit, &cMyDeviceUnit::unplugged, this, &cMyEmulator::saveState);
-    connect(&unit, &cMyDeviceUnit::failed, this, &say);
+    connect(&unit, &cMyDeviceUnit::failed, this, &cMyEmulator::portFailed);
 }
 
 namespace {
@@ -167,8 +174,14 @@ void cMyEmulator::appeared(int number, const QString& terminal, quint16 product)
         std::puts(qPrintable(terminal));
         std::fflush(stdout);
     } else if (!m_usb->add({portName(number), device::vendorId, product, terminal})) {
-        say(QStringLiteral("cannot make the port %1").arg(portName(number)));
+        portFailed(QStringLiteral("cannot make the port %1").arg(portName(number)));
     }
+}
+
+void cMyEmulator::portFailed(const QString& why)
+{
+    say(why);
+    m_portsFailed = true;
 }
 
 void cMyEmulator::disappeared(int number)
@@ -222,7 +235,16 @@ void cMyEmulator::stop()
 void cMyEmulator::finish(int exitStatus)
 {
     const bool isSaved = saveState();
-    emit finished(isSaved || exitStatus != 0 ? exitStatus : exitFailure);
+    const bool isWhole = isTraceWhole();
+    emit finished((isSaved && isWhole) || exitStatus != 0 ? exitStatus : exitFailure);
+}
+
+bool cMyEmulator::isTraceWhole() const
+{
+    if (m_trace.hasFailed()) {
+        say(QStringLiteral("--trace: cannot write all of %1").arg(m_options.trace));
+    }
+    return !m_trace.hasFailed();
 }
 
 bool cMyEmulator::saveState() const

@@ -24,7 +24,7 @@ class cMyVirtualPort;
 
 namespace emulator {
 
-/// Where the mocked USB's library is missing.
+/// A port cannot be made, or a file cannot be written to its end.
 constexpr int exitFailure = 1;
 
 /// The command line is wrong, or what it names cannot be used.
@@ -74,7 +74,9 @@ private:
     void programFinished(int code, QProcess::ExitStatus status);
     void stop();
     void finish(int exitStatus);
+    void portFailed(const QString& why);
     [[nodiscard]] bool saveState() const;
+    [[nodiscard]] bool isTraceWhole() const;
 
     void command(const QString& line);
     bool obey(const QStringList& words);
@@ -91,6 +93,7 @@ private:
     QVector<cMyDeviceMemories> m_unused; ///< from the state file, for devices beyond --count
     std::unique_ptr<cMyVirtualPort> m_foreign;
     QProcess m_program;
+    bool m_portsFailed = false;
 };
 
 #endif

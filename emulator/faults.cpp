@@ -9,6 +9,9 @@
 
 namespace {
 
+/// In ms; long enough for a reader to see the packets one by one.
+constexpr int betweenPackets = 2;
+
 const QByteArray noticeLine = QByteArrayLiteral("!BATTERY 87\r\n");
 
 std::optional<double> probabilityOf(const QString& text)
@@ -122,8 +125,10 @@ QVector<cMyPacket> cMyFaultInjector::packets(const QByteArray& answer)
 {
     constexpr int mostNuls = 4;
     QVector<cMyPacket> packets;
+    int gap = 0;
     if (happens(m_faults.notice)) {
         packets.append({noticeLine, 0});
+        gap = betweenPackets;
     }
     QByteArray body = spoiled(answer);
     if (m_faults.nul) {
@@ -133,9 +138,9 @@ QVector<cMyPacket> cMyFaultInjector::packets(const QByteArray& answer)
         body.prepend(noticeLine);
     }
     if (m_faults.split) {
-        appendPieces(packets, body);
+        appendPieces(packets, body, gap);
     } else {
-        packets.append({body, 0});
+        packets.append({body, gap});
     }
     return packets;
 }
@@ -176,17 +181,16 @@ QByteArray cMyFaultInjector::spoiled(const QByteArray& answer)
     return answer;
 }
 
-void cMyFaultInjector::appendPieces(QVector<cMyPacket>& packets, const QByteArray& bytes)
+void cMyFaultInjector::appendPieces(QVector<cMyPacket>& packets, const QByteArray& bytes, int gap)
 {
     constexpr int mostPieces = 4;
-    constexpr int betweenPieces = 2; // ms
     int start = 0;
     for (int left = 2 + m_random.bounded(mostPieces - 1); left > 0 && start < bytes.size();
          --left) {
         // Each piece after this one needs a byte.
         const int most = std::max(1, bytes.size() - start - (left - 1));
         const int size = left == 1 ? bytes.size() - start : 1 + m_random.bounded(most);
-        packets.append({bytes.mid(start, size), start == 0 ? 0 : betweenPieces});
+        packets.append({bytes.mid(start, size), start == 0 ? gap : betweenPackets});
         start += size;
     }
 }

@@ -67,7 +67,7 @@ private:
     [[nodiscard]] bool happens(double probability);
     [[nodiscard]] QByteArray garbageLine();
     [[nodiscard]] QByteArray spoiled(const QByteArray& answer);
-    void appendPieces(QVector<cMyPacket>& packets, const QByteArray& bytes);
+    void appendPieces(QVector<cMyPacket>& packets, const QByteArray& bytes, int gap);
 
     QRandomGenerator m_random;
     cMyFaults m_faults;

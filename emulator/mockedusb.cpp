@@ -5,7 +5,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLibrary>
+
+#include <dlfcn.h>
 
 namespace {
 
@@ -79,6 +82,14 @@ struct cMyMockedUsb::Functions
         resolve(memoryFree, "g_free");
     }
 
+    /// Beside the library lies the one that programs load first; another package may hold it.
+    [[nodiscard]] bool isPreloadThere() const
+    {
+        Dl_info info = {};
+        return ::dladdr(reinterpret_cast<void*>(testbedNew), &info) != 0 &&
+               QFileInfo(QFile::decodeName(info.dli_fname)).dir().exists(preload);
+    }
+
     [[nodiscard]] bool areComplete() const
     {
         return testbedNew != nullptr && addFromString != nullptr && removeDevice != nullptr &&
@@ -105,7 +116,8 @@ struct cMyMockedUsb::Functions
 cMyMockedUsb::cMyMockedUsb(const QString& library)
     : m_functions(std::make_unique<Functions>(library))
 {
-    if (!m_functions->areComplete()) {
+    m_problem = findProblem();
+    if (!m_problem.isEmpty()) {
         return;
     }
     m_testbed = m_functions->testbedNew();
@@ -113,6 +125,20 @@ cMyMockedUsb::cMyMockedUsb(const QString& library)
     m_root = QFile::decodeName(root);
     m_functions->memoryFree(root);
     QDir().mkpath(m_root + QStringLiteral("/dev"));
+}
+
+QString cMyMockedUsb::findProblem() const
+{
+    if (!m_functions->areComplete() || !m_functions->isPreloadThere()) {
+        return QStringLiteral("the mocked USB port needs libumockdev (Debian package umockdev)");
+    }
+    // The library itself would abort.
+    const QFileInfo temporary(QDir::tempPath());
+    if (!temporary.isDir() || !temporary.isWritable()) {
+        return QStringLiteral("the mocked USB port needs a temporary directory that takes files; "
+                              "TMPDIR may name one");
+    }
+    return {};
 }
 
 cMyMockedUsb::~cMyMockedUsb()

@@ -32,6 +32,9 @@ public:
     /// False if the library is not there or lacks what is needed; nothing else may be called then.
     [[nodiscard]] bool isAvailable() const { return m_testbed != nullptr; }
 
+    /// Why it is not available, to be told to the user; empty if it is.
+    [[nodiscard]] QString problem() const { return m_problem; }
+
     /// The given environment, changed so that the ports are seen.
     [[nodiscard]] QProcessEnvironment environment(const QProcessEnvironment& base) const;
 
@@ -47,11 +50,13 @@ public:
 private:
     struct Functions;
 
+    [[nodiscard]] QString findProblem() const;
     [[nodiscard]] QString link(const QString& name) const;
     void removePaths(const QString& usbPath, const QString& ttyPath);
 
     std::unique_ptr<Functions> m_functions;
     void* m_testbed = nullptr;
+    QString m_problem;
     QString m_root;
     QMap<QString, QString> m_usbPaths; ///< of the ports that are there, by their names
     int m_made = 0;

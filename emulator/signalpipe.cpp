@@ -26,6 +26,14 @@ extern "C" void writeNumber(int number)
     errno = saved;
 }
 
+/// Whoever started us may have had it ignored, as nohup does.
+bool isIgnored(int number)
+{
+    struct sigaction action = {};
+    sigaction(number, nullptr, &action);
+    return action.sa_handler == SIG_IGN;
+}
+
 void handle(int number, void (*handler)(int))
 {
     struct sigaction action = {};
@@ -37,8 +45,7 @@ void handle(int number, void (*handler)(int))
 
 } // namespace
 
-cMySignalPipe::cMySignalPipe(std::initializer_list<int> numbers, QObject* parent)
-    : QObject(parent), m_numbers(numbers)
+cMySignalPipe::cMySignalPipe(std::initializer_list<int> numbers, QObject* parent) : QObject(parent)
 {
     if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
         qFatal("no pipe for signals");
@@ -46,7 +53,10 @@ cMySignalPipe::cMySignalPipe(std::initializer_list<int> numbers, QObject* parent
     auto* const reader = new QSocketNotifier(ends[0], QSocketNotifier::Read, this);
     connect(reader, &QSocketNotifier::activated, this, &cMySignalPipe::receive);
     for (const int number : numbers) {
-        handle(number, writeNumber);
+        if (!isIgnored(number)) {
+            m_numbers.append(number);
+            handle(number, writeNumber);
+        }
     }
 }
 

@@ -128,6 +128,14 @@ bool writeState(const QString& path, const QVector<cMyDeviceMemories>& devices)
            file.commit();
 }
 
+bool canWriteState(const QString& path)
+{
+    QSaveFile file(path);
+    const bool isOpen = file.open(QIODevice::WriteOnly);
+    file.cancelWriting();
+    return isOpen;
+}
+
 std::optional<QVector<cMyDeviceMemories>> readState(const QString& path)
 {
     const auto body = readBody(path);

@@ -23,8 +23,12 @@ constexpr int mostDevices = 16;
 /// Replaces the file in one step; false, with the old one left, if that fails.
 [[nodiscard]] bool writeState(const QString& path, const QVector<cMyDeviceMemories>& devices);
 
+/// Whether the file can be made or replaced: its directory is there and takes files. Leaves the
+/// file as it is.
+[[nodiscard]] bool canWriteState(const QString& path);
+
 /// Nothing if the file is not readable, or not wholly as writeState() writes it. Whatever it
-/// holds, no more memory is used than mostDevices need.
+/// holds, memory is bounded by what mostDevices need, with the file and a copy of it meanwhile.
 [[nodiscard]] std::optional<QVector<cMyDeviceMemories>> readState(const QString& path);
 
 } // namespace emulator

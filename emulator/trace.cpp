@@ -3,6 +3,8 @@
 
 #include "emulator/trace.h"
 
+#include <QFileInfo>
+
 cMyTrace::cMyTrace()
 {
     m_clock.start();
@@ -10,8 +12,10 @@ cMyTrace::cMyTrace()
 
 bool cMyTrace::open(const QString& path)
 {
+    const QFileInfo info(path);
     m_file.setFileName(path);
-    return m_file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    return (!info.exists() || info.isFile()) &&
+           m_file.open(QIODevice::WriteOnly | QIODevice::Truncate);
 }
 
 void cMyTrace::write(Direction direction, int device, const QByteArray& bytes)
@@ -27,8 +31,9 @@ void cMyTrace::write(Direction direction, int device, const QByteArray& bytes)
     if (m_numbered) {
         line += QByteArray::number(device) + ' ';
     }
-    m_file.write(line + escaped(bytes) + '\n');
-    m_file.flush();
+    line += escaped(bytes) + '\n';
+    const bool isWritten = m_file.write(line) == line.size() && m_file.flush();
+    m_failed = m_failed || !isWritten;
 }
 
 QByteArray cMyTrace::escaped(const QByteArray& bytes)

@@ -18,8 +18,12 @@ public:
 
     cMyTrace();
 
-    /// Starts the file anew; false if it cannot be written.
+    /// Starts the file anew; false if it cannot be written or is no regular file: opening a pipe
+    /// would wait for its reader.
     bool open(const QString& path);
+
+    /// Whether something could not be written.
+    [[nodiscard]] bool hasFailed() const { return m_failed; }
 
     /// Numbers stand in the lines from now on.
     void setNumbered(bool numbered) { m_numbered = numbered; }
@@ -34,6 +38,7 @@ private:
     QFile m_file;
     QElapsedTimer m_clock;
     bool m_numbered = false;
+    bool m_failed = false;
 };
 
 #endif

@@ -3,80 +3,51 @@
 
 #include "device/replies.h"
 #include "device/requests.h"
+#include "tests/emulator/emulatortest.h"
 #include "tests/support/posix.h"
 #include "tests/support/template.h"
 
-#include <QDir>
-#include <QProcess>
-#include <QSerialPort>
-#include <QTemporaryDir>
-#include <QtTest>
-
-#include <csignal>
-
 #include <sys/stat.h>
 
+using support::exchange;
+using support::patience;
+using support::words;
+
 /// The program itself, and programs behind it that know nothing of it.
-class TestEmulator : public QObject
+class TestEmulator : public support::EmulatorTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void helpAndVersion();
-    void badCommandLines_data();
-    void badCommandLines();
     void terminalForARealPort();
     void newTerminalWhenPluggedAgain();
     void severalTerminals();
     void stateIsKept();
-    void hostileStateIsRefused();
     void settingsAtTheStart();
-    void exitStatus_data();
-    void exitStatus();
     void streamsPassThrough();
     void endsWithItsProgram();
     void pluggingBySignals();
     void pluggingByCommands();
     void faultsAndLatencyByCommands();
+    void latencyFromTheStart();
     void wrongCommandsAreSaid();
     void resetGoesAndComesBack();
     void bootLoaderUntilPluggedAgain();
     void foreignPort();
 
 private:
-    [[nodiscard]] QString path(const char* name) const
-    {
-        return m_directory->filePath(QString::fromLatin1(name));
-    }
-    void start(const QStringList& arguments);
-    /// Runs it to its end.
-    int run(const QStringList& arguments);
     /// Starts it with the program that lists the ports.
     void list(QStringList options, const QStringList& arguments = {});
     void say(const QByteArray& command);
-    void kill(int number) const { ::kill(static_cast<pid_t>(m_emulator->processId()), number); }
-    /// The next line of the output.
-    QByteArray line();
     /// Waits until the lister shows just these.
     bool sees(const QByteArray& ports);
-
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<QProcess> m_emulator;
 };
 
 namespace {
 
-constexpr int patience = 20000; // ms
-
 const QByteArray one = "ttyACM0=03eb:2018";
 const QByteArray both = "ttyACM0=03eb:2018 ttyACM1=03eb:2018";
-
-QStringList words(const char* text)
-{
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 QByteArray settingsOf(const QStringList& replies)
 {
@@ -93,59 +64,16 @@ QStringList settingsRecords(const QByteArray& image)
     return QString::fromLatin1(support::settingsText(image)).split(QLatin1Char('\n'));
 }
 
-/// The replies of a port to an exchange; what does not come in time is missing.
-QStringList exchange(const QString& terminal, const QStringList& lines)
+/// How long the answer to one line takes, in ms.
+qint64 answerTime(const QString& terminal)
 {
-    QStringList replies;
-    QSerialPort port(terminal);
-    if (!port.open(QIODevice::ReadWrite)) {
-        return {port.errorString()};
-    }
-    for (const QString& text : lines) {
-        port.write(text.toLatin1());
-        while (!port.canReadLine()) {
-            if (!port.waitForReadyRead(patience)) {
-                return replies;
-            }
-        }
-        replies.append(QString::fromLatin1(port.readLine()));
-    }
-    return replies;
+    QElapsedTimer clock;
+    clock.start();
+    exchange(terminal, words("#ROOT\r\n"));
+    return clock.elapsed();
 }
 
 } // namespace
-
-void TestEmulator::init()
-{
-    m_directory = std::make_unique<QTemporaryDir>();
-    m_emulator = std::make_unique<QProcess>();
-}
-
-void TestEmulator::cleanup()
-{
-    if (m_emulator->state() != QProcess::NotRunning) {
-        m_emulator->terminate();
-        QVERIFY(m_emulator->waitForFinished(patience));
-    }
-    // What the mocked ports are made of lies in the temporary directory meanwhile.
-    QCOMPARE(QDir(path("tmp")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
-}
-
-void TestEmulator::start(const QStringList& arguments)
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    QDir(m_directory->path()).mkpath(QStringLiteral("tmp"));
-    environment.insert(QStringLiteral("TMPDIR"), path("tmp"));
-    m_emulator->setProcessEnvironment(environment);
-    m_emulator->start(QStringLiteral(MIOLKA_EMULATOR), arguments);
-    QVERIFY(m_emulator->waitForStarted(patience));
-}
-
-int TestEmulator::run(const QStringList& arguments)
-{
-    start(arguments);
-    return m_emulator->waitForFinished(patience) ? m_emulator->exitCode() : -1;
-}
 
 void TestEmulator::list(QStringList options, const QStringList& arguments)
 {
@@ -160,15 +88,6 @@ void TestEmulator::say(const QByteArray& command)
     QFile pipe(control);
     QVERIFY(pipe.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
     QCOMPARE(pipe.write(command + '\n'), qint64(command.size() + 1));
-}
-
-QByteArray TestEmulator::line()
-{
-    const QDeadlineTimer deadline(patience);
-    while (!m_emulator->canReadLine() && !deadline.hasExpired()) {
-        m_emulator->waitForReadyRead(100);
-    }
-    return m_emulator->readLine().trimmed();
 }
 
 bool TestEmulator::sees(const QByteArray& ports)
@@ -196,47 +115,6 @@ void TestEmulator::helpAndVersion()
     QCOMPARE(run({QStringLiteral("--version")}), 0);
     QCOMPARE(m_emulator->readAllStandardOutput().trimmed(),
              QByteArray("miolka-emulator " MIOLKA_VERSION));
-}
-
-void TestEmulator::badCommandLines_data()
-{
-    QTest::addColumn<QString>("arguments");
-    QTest::addColumn<QByteArray>("named");
-    const auto row = [](const char* arguments, const char* named) {
-        QTest::newRow(arguments) << QString::fromLatin1(arguments) << QByteArray(named);
-    };
-    row("", "PROGRAM");
-    row("--", "PROGRAM");
-    row("--pty -- true", "--pty");
-    row("--pty --foreign", "--foreign");
-    row("--bogus", "bogus");
-    row("--pty --latency", "latency");
-    row("--pty --latency -1", "--latency");
-    row("--pty --latency soon", "--latency");
-    row("--pty --latency 60001", "--latency");
-    row("--pty --count 0", "--count");
-    row("--pty --count 17", "--count");
-    row("--pty --seed x", "--seed");
-    row("--pty --seed 4294967296", "--seed");
-    row("--pty --fault bogus", "--fault");
-    row("--pty --fault split --fault garbage=2", "--fault");
-    row("--pty --settings /no/such/file.mio", "--settings");
-    row("--pty --trace /no/such/directory/trace", "--trace");
-    row("--pty --control /no/such/directory/pipe", "--control");
-    row("--pty --control /dev/null", "--control");
-    row("--pty --state /dev/null", "--state");
-    row("--pty --state=", "--state");
-}
-
-void TestEmulator::badCommandLines()
-{
-    QFETCH(QString, arguments);
-    QFETCH(QByteArray, named);
-    QCOMPARE(run(arguments.split(QLatin1Char(' '), Qt::SkipEmptyParts)), 2);
-    const QByteArray error = m_emulator->readAllStandardError();
-    QVERIFY2(error.startsWith("miolka-emulator: "), error.constData());
-    QVERIFY2(error.contains(named), error.constData());
-    QVERIFY(m_emulator->readAllStandardOutput().isEmpty());
 }
 
 void TestEmulator::terminalForARealPort()
@@ -302,14 +180,6 @@ void TestEmulator::stateIsKept()
              own);
 }
 
-void TestEmulator::hostileStateIsRefused()
-{
-    support::writeFile(path("state"), QByteArray(100000, 'x'));
-    QCOMPARE(run({QStringLiteral("--pty"), QStringLiteral("--state"), path("state")}), 2);
-    QVERIFY(m_emulator->readAllStandardError().contains("--state"));
-    QCOMPARE(support::readFile(path("state")), QByteArray(100000, 'x'));
-}
-
 void TestEmulator::settingsAtTheStart()
 {
     support::writeFile(path("own.mio"), support::settingsText(support::markedImage('f')));
@@ -317,25 +187,6 @@ void TestEmulator::settingsAtTheStart()
     const QStringList zeros = settingsRecords(QByteArray(1024, '\0'));
     QCOMPARE(settingsOf(exchange(QString::fromLatin1(line()), device::readRequest(EEPROM, zeros))),
              support::markedImage('f'));
-}
-
-void TestEmulator::exitStatus_data()
-{
-    QTest::addColumn<QStringList>("program");
-    QTest::addColumn<int>("status");
-    const QString shell = QStringLiteral("sh");
-    const QString command = QStringLiteral("-c");
-    QTest::newRow("success") << words("true") << 0;
-    QTest::newRow("status") << QStringList{shell, command, QStringLiteral("exit 42")} << 42;
-    QTest::newRow("signal") << QStringList{shell, command, QStringLiteral("kill -9 $$")} << 128 + 9;
-    QTest::newRow("missing") << words("/no/such/program") << 127;
-}
-
-void TestEmulator::exitStatus()
-{
-    QFETCH(QStringList, program);
-    QFETCH(int, status);
-    QCOMPARE(run(QStringList{QStringLiteral("--")} + program), status);
 }
 
 void TestEmulator::streamsPassThrough()
@@ -401,16 +252,16 @@ void TestEmulator::faultsAndLatencyByCommands()
     say("fault none");
     QTRY_COMPARE(exchange(terminal, root), root);
     say("latency 300");
-    const auto answerTime = [&] {
-        QElapsedTimer clock;
-        clock.start();
-        exchange(terminal, root);
-        return clock.elapsed();
-    };
-    QTRY_VERIFY(answerTime() >= 298);
+    QTRY_VERIFY(answerTime(terminal) >= 298);
     m_emulator->terminate();
     QVERIFY(m_emulator->waitForFinished(patience));
     QVERIFY(QFileInfo::exists(path("control"))); // it was there before
+}
+
+void TestEmulator::latencyFromTheStart()
+{
+    start(words("--pty --latency 300"));
+    QVERIFY(answerTime(QString::fromLatin1(line())) >= 298);
 }
 
 void TestEmulator::wrongCommandsAreSaid()
