@@ -18,6 +18,7 @@
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
+#include <vector>
 
 namespace bench {
 
@@ -82,12 +83,35 @@ EchoPeer::~EchoPeer()
     close(m_slave);
 }
 
-void pinTo(unsigned processor)
+namespace {
+
+/// Those that this process may use.
+std::vector<unsigned> allowedProcessors()
 {
+    std::vector<unsigned> allowed;
     cpu_set_t processors;
     CPU_ZERO(&processors);
-    CPU_SET(processor, &processors);
+    sched_getaffinity(0, sizeof processors, &processors);
+    for (unsigned each = 0; each < CPU_SETSIZE; ++each) {
+        if (CPU_ISSET(each, &processors)) {
+            allowed.push_back(each);
+        }
+    }
+    return allowed;
+}
+
+} // namespace
+
+void pinTo(unsigned processor)
+{
+    static const std::vector<unsigned> allowed = allowedProcessors();
+    if (allowed.empty()) {
+        return;
+    }
+    cpu_set_t processors;
+    CPU_ZERO(&processors);
     // Where there is only one processor, both ends share it.
+    CPU_SET(allowed.at(processor % allowed.size()), &processors);
     sched_setaffinity(0, sizeof processors, &processors);
 }
 

@@ -9,11 +9,16 @@ import json
 import sys
 
 
-def medians(path):
+def medians(path, aggregate='median'):
     with open(path, encoding='utf-8') as file:
         results = json.load(file)['benchmarks']
     return {result['run_name'].split('/iterations')[0]: result for result in results
-            if result.get('aggregate_name') == 'median'}
+            if result.get('aggregate_name') == aggregate}
+
+
+def processors(path):
+    with open(path, encoding='utf-8') as file:
+        return json.load(file)['context']['num_cpus']
 
 
 def once(path):
@@ -22,10 +27,10 @@ def once(path):
     return {result['run_name'].split('/iterations')[0]: result for result in results}
 
 
-def print_link(link, single, bytes_per_line):
+def print_link(link, longest, single, cpus, bytes_per_line):
     print(f'\nTransfers over a pseudo-terminal, time for each line, median of '
           f'{link["bare/now/20000"]["repetitions"]}, logging of lines off')
-    print(f'{"":34}{"time":>12}{"ratio":>8}{"goal":>8}{"processor":>12}')
+    print(f'{"":34}{"time":>12}{"ratio":>8}{"goal":>8}{"processor":>12}{"goal":>9}')
     for name, caption, bare, goal in (
             ('bare/now/20000', 'bare loop, answered at once', None, None),
             ('linked/now/20000', 'link', 'bare/now/20000', 1.15),
@@ -42,9 +47,11 @@ def print_link(link, single, bytes_per_line):
             row += f'{result["real_time"] / link[bare]["real_time"]:>8.2f}'
             row += f'{goal:>8.2f}' if goal else ' ' * 8
             row += f'{result["processor_us"]:>9.1f} us'
+            row += '    60 us' if 'slow' in name else ''
         print(row)
-    print('ratio: to the bare loop with the same peer, both ends on processors of their own')
-    gap = link['unanswered']['real_time'] / 1000
+    where = 'processors of their own' if cpus > 1 else 'the one processor that there is'
+    print(f'ratio: to the bare loop with the same peer, both ends on {where}')
+    gap = longest['unanswered']['real_time'] / 1000
     polling = single['polling']['real_time'] / 10000
     print(f'{"Longest time without an answer of the window":48}{gap:>8.1f} ms   '
           f'ratio to 50 ms {gap / 50:.2f}')
@@ -88,7 +95,8 @@ def main():
         time = refresh[name]['real_time'] / count
         print(f'{caption:20}{time:>10.0f} us   ratio to 1 ms {time / 1000:.2f}')
 
-    print_link(link, once(sys.argv[5]), sys.argv[6])
+    print_link(link, medians(sys.argv[4], 'max'), once(sys.argv[5]), processors(sys.argv[4]),
+               sys.argv[6])
 
 
 main()

@@ -12,8 +12,8 @@
 #include <cstdio>
 
 // A program that knows nothing of the emulator. Every 100 ms it prints the serial ports that there
-// are in a line. Arguments: "exit N" ends it after the first one with that status; "send WORD"
-// prints the answer of the first device to that word before it.
+// are in a line. With the arguments "send WORD PORT" it first prints what that port answers to the
+// word.
 
 namespace {
 

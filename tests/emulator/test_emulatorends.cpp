@@ -120,7 +120,7 @@ void TestEmulatorEnds::pipesAreNoTraces()
 
 void TestEmulatorEnds::aTraceThatDoesNotFit()
 {
-    shell("trap '' XFSZ; ulimit -f 0; exec \"$0\" \"$@\"",
+    shell(R"(trap '' XFSZ; ulimit -f 0; exec "$0" "$@")",
           {QStringLiteral("--pty"), QStringLiteral("--trace"), path("trace")});
     QCOMPARE(exchange(QString::fromLatin1(line()), words("#ROOT\r\n")).size(), 1);
     kill(SIGTERM);
@@ -175,7 +175,7 @@ void TestEmulatorEnds::withoutATemporaryDirectory()
 void TestEmulatorEnds::withoutFilesToOpen()
 {
     // The devices need three each: the terminal, its other side, and what watches it.
-    shell("ulimit -n 32; exec \"$0\" \"$@\"", words("--pty --count 16"));
+    shell(R"(ulimit -n 32; exec "$0" "$@")", words("--pty --count 16"));
     QCOMPARE(end(), 1);
     QVERIFY(m_emulator->readAllStandardError().contains("pseudo-terminal"));
 }
@@ -196,7 +196,7 @@ void TestEmulatorEnds::aReaderThatLeft()
 
 void TestEmulatorEnds::ignoredSignals()
 {
-    shell("trap '' HUP; exec \"$0\" \"$@\"", words("--pty"));
+    shell(R"(trap '' HUP; exec "$0" "$@")", words("--pty"));
     const QString terminal = QString::fromLatin1(line());
     kill(SIGHUP);
     QCOMPARE(exchange(terminal, words("#ROOT\r\n")).size(), 1);
@@ -217,14 +217,14 @@ void TestEmulatorEnds::aProgramThatDoesNotEnd()
 void TestEmulatorEnds::argumentsPassThrough()
 {
     m_environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
-    shell("exec \"$0\" -- printf '%s' \"$(printf 'z\\305\\274')\"", {});
+    shell(R"sh(exec "$0" -- printf '%s' "$(printf 'z\305\274')")sh", {});
     QCOMPARE(end(), 0);
     QCOMPARE(m_emulator->readAllStandardOutput(), QByteArray("z\xC5\xBC"));
 }
 
 void TestEmulatorEnds::argumentsThatAreNoText()
 {
-    shell("exec \"$0\" -- echo \"$(printf 'a\\377')\"", {});
+    shell(R"sh(exec "$0" -- echo "$(printf 'a\377')")sh", {});
     fails(2, "argument 3");
 }
 

@@ -42,11 +42,14 @@ QStringList deviceActions()
 
 QString checkDeviceActions(Session& session, bool enabled)
 {
-    const QStringList actions = deviceActions();
-    for (const QString& action : actions) {
-        if (session.isEnabled(action) != std::make_optional(enabled)) {
-            return action + (enabled ? QStringLiteral(" is not enabled")
-                                     : QStringLiteral(" is not disabled"));
+    const QStringList all =
+        deviceActions() + QStringList{QStringLiteral("actionLibraryUpdate"),
+                                      QStringLiteral("pbGetStatus"), QStringLiteral("pbDetails"),
+                                      QStringLiteral("simWidget")};
+    for (const QString& each : all) {
+        if (session.isEnabled(each) != std::make_optional(enabled)) {
+            return each + (enabled ? QStringLiteral(" is not enabled")
+                                   : QStringLiteral(" is not disabled"));
         }
     }
     return {};

@@ -14,10 +14,10 @@ namespace support {
 
 class Session;
 
-/// The actions that need a device.
+/// The actions that need a device and can be tried out.
 [[nodiscard]] QStringList deviceActions();
 
-/// Whether every one of them is enabled, or disabled, as asked for.
+/// Whether everything that needs a device is enabled, or disabled, as asked for.
 [[nodiscard]] QString checkDeviceActions(Session& session, bool enabled);
 
 /// Plugs a device in and waits until the program offers it.
