@@ -4,6 +4,7 @@
 #include "device/ttywatch.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 
 #ifdef Q_OS_LINUX
@@ -25,14 +26,14 @@ struct CloseDirectory
 };
 
 /// Names only: anything that also looks at the entries takes ten times as long. Nothing if the
-/// list cannot be read.
+/// list is there and cannot be read; a system without one has no ports.
 std::optional<std::vector<std::string>> ttyNames()
 {
+    std::vector<std::string> names;
     const std::unique_ptr<DIR, CloseDirectory> directory(opendir("/sys/class/tty"));
     if (directory == nullptr) {
-        return std::nullopt;
+        return errno == ENOENT ? std::make_optional(names) : std::nullopt;
     }
-    std::vector<std::string> names;
     // The stream is ours alone.
     // NOLINTNEXTLINE(concurrency-mt-unsafe)
     while (const dirent* const entry = readdir(directory.get())) {
