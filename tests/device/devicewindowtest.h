@@ -51,16 +51,7 @@ protected:
 
     void trigger(const char* action) const { child<QAction>(*m_window, action)->trigger(); }
 
-    [[nodiscard]] static QProgressDialog* progress()
-    {
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            auto* dialog = qobject_cast<QProgressDialog*>(widget);
-            if (dialog != nullptr && dialog->isVisible()) {
-                return dialog;
-            }
-        }
-        return nullptr;
-    }
+    [[nodiscard]] static QProgressDialog* progress() { return shownWindow<QProgressDialog>(); }
 
     [[nodiscard]] static QMessageBox* box()
     {

@@ -77,16 +77,7 @@ protected:
     }
 
     /// The error box that stands, if any.
-    static QMessageBox* errorBox()
-    {
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            auto* box = qobject_cast<QMessageBox*>(widget);
-            if (box != nullptr && box->isVisible()) {
-                return box;
-            }
-        }
-        return nullptr;
-    }
+    static QMessageBox* errorBox() { return shownWindow<QMessageBox>(); }
 
     /// Whether nobody but the peer has the port open.
     [[nodiscard]] bool isPortFree() const

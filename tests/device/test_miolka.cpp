@@ -272,14 +272,17 @@ void keepLog(QtMsgType /*type*/, const QMessageLogContext& context, const QStrin
 void TestMiolka::everyLineIsLogged()
 {
     logged.clear();
+    m_peer->setAnswer([](const QByteArray& line) { return "!low\r\n" + line + "\r\n"; });
     const auto before = qInstallMessageHandler(keepLog);
     write({QStringLiteral(":00000001FF")});
     const bool isDone = QTest::qWaitFor([this] { return m_progress->count() == 5; });
     qInstallMessageHandler(before);
     QVERIFY(isDone);
     QCOMPARE(logged.filter(QStringLiteral("Zapisane: \t")).size(), 5);
-    QCOMPARE(logged.filter(QStringLiteral("Odczytane:\t")).size(), 5);
-    QVERIFY(logged.at(2).contains(QStringLiteral("#HEX")));
+    const QStringList received = logged.filter(QStringLiteral("Odczytane:\t"));
+    QCOMPARE(received.size(), 2 * 5);
+    QCOMPARE(received.filter(QStringLiteral("!low")).size(), 5); // notices, too
+    QVERIFY(logged.at(3).contains(QStringLiteral("#HEX")));
 }
 
 void TestMiolka::theLogCanBeSilenced()

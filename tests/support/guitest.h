@@ -43,6 +43,19 @@ int runGuiTest(int argc, char* argv[])
     return result;
 }
 
+/// The first window of this kind that is shown, if any.
+template <typename Window>
+Window* shownWindow()
+{
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        auto* window = qobject_cast<Window*>(widget);
+        if (window != nullptr && window->isVisible()) {
+            return window;
+        }
+    }
+    return nullptr;
+}
+
 /// Types a text, key by key.
 inline void type(QWidget& widget, const char* utf8)
 {
