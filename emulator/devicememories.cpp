@@ -52,13 +52,8 @@ QByteArray littleEndian(quint16 number)
 
 QByteArray defaultSettings()
 {
-    cMyMemoryArea area;
-    area.setData(0, QVector<quint8>(image::settingsImageSize, 0));
-    image::readSettingsFile(QStringLiteral(":/pliki/clear.mio"), area);
-    const QVector<quint8> bytes = area.data(0, image::settingsImageSize);
-    QByteArray settings(bytes.size(), '\0');
-    std::copy(bytes.cbegin(), bytes.cend(), settings.begin());
-    return settings;
+    const QByteArray zeros(image::settingsImageSize, '\0');
+    return settingsOver(zeros, QStringLiteral(":/pliki/clear.mio")).value_or(zeros);
 }
 
 QByteArray soundLibrary()
@@ -72,6 +67,19 @@ QByteArray soundLibrary()
 }
 
 } // namespace
+
+std::optional<QByteArray> settingsOver(const QByteArray& old, const QString& path)
+{
+    cMyMemoryArea area;
+    area.setData(0, QVector<quint8>(old.cbegin(), old.cend()));
+    if (!image::readSettingsFile(path, area)) {
+        return std::nullopt;
+    }
+    const QVector<quint8> bytes = area.data(0, image::settingsImageSize);
+    QByteArray settings(bytes.size(), '\0');
+    std::copy(bytes.cbegin(), bytes.cend(), settings.begin());
+    return settings;
+}
 
 int memorySize(MemoryType area) noexcept
 {

@@ -9,6 +9,7 @@
 #include <QByteArray>
 
 #include <array>
+#include <optional>
 
 namespace emulator {
 
@@ -36,6 +37,10 @@ constexpr int selfTestAddress = 1068; ///< in RAM, one byte
     constexpr int start = 0x0100;
     return start + 2 * number;
 }
+
+/// The old settings with the records of a settings file put over it; nothing if there is no such
+/// file. Both have the size of the EEPROM.
+[[nodiscard]] std::optional<QByteArray> settingsOver(const QByteArray& old, const QString& path);
 
 /// Bytes in a memory; 0 for a number that stands for none.
 [[nodiscard]] int memorySize(MemoryType area) noexcept;

@@ -5,8 +5,6 @@
 
 #include "device/protocol.h"
 #include "image/hexcodec.h"
-#include "image/memoryarea.h"
-#include "image/settingsfile.h"
 
 #include <algorithm>
 #include <string_view>
@@ -100,16 +98,8 @@ bool cMyVirtualDevice::setMemory(MemoryType area, const QByteArray& bytes)
 
 bool cMyVirtualDevice::loadSettings(const QString& path)
 {
-    cMyMemoryArea area;
-    const QByteArray old = memory(EEPROM);
-    area.setData(0, QVector<quint8>(old.cbegin(), old.cend()));
-    if (!image::readSettingsFile(path, area)) {
-        return false;
-    }
-    const QVector<quint8> bytes = area.data(0, image::settingsImageSize);
-    QByteArray settings(bytes.size(), '\0');
-    std::copy(bytes.cbegin(), bytes.cend(), settings.begin());
-    return setMemory(EEPROM, settings);
+    const auto settings = emulator::settingsOver(memory(EEPROM), path);
+    return settings && setMemory(EEPROM, *settings);
 }
 
 void cMyVirtualDevice::unplugged()

@@ -148,6 +148,9 @@ void TestFaults::noticeIsAPacketOfItsOwn()
     QVERIFY(packets.first().bytes.startsWith('!'));
     QVERIFY(packets.first().bytes.endsWith("\r\n"));
     QCOMPARE(packets.last().bytes, word);
+    // Written back to back they would be read as one.
+    QVERIFY(packets.last().delay > 0);
+    QVERIFY(injector("notice=1,split").packets(word).at(1).delay > 0);
 }
 
 void TestFaults::nulsComeFirst()

@@ -295,6 +295,10 @@ void TestVirtualDevice::longestDiveIsShownTwice()
     const QByteArray written = record(emulator::valueAddress(45), QByteArray::fromHex("3930"));
     QCOMPARE(askAll(device, "#ROOT #HEX #RAM #WRITE " + written), written);
     QCOMPARE(device.value(47), qint16(12345));
+    QByteArray ram = device.memory(RAM);
+    ram.replace(emulator::valueAddress(45), 2, QByteArray::fromHex("0700"));
+    QVERIFY(device.setMemory(RAM, ram));
+    QCOMPARE(device.value(47), qint16(7));
 }
 
 void TestVirtualDevice::clearingSparesFlagsAndSurfacePressure()
