@@ -18,6 +18,7 @@
 #include "editor/rulegrid.h"
 #include "image/memoryarea.h"
 #include "image/settingsfile.h"
+#include "sim/simwidget.h"
 #include "ui_mainwindow.h"
 
 #include <QApplication>
@@ -246,7 +247,6 @@ void MainWindow::simulationInProgress(bool state)
     }
     m_deviceActions->setInUse(state);
     if (state) {
-        m_link->end();
         disconnect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::tabWidgetChanged);
     } else {
         connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::tabWidgetChanged);
@@ -262,6 +262,7 @@ bool MainWindow::takesDrops() const
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    ui->simWidget->end();
     m_link->end();
     m_progress->drop();
     QMainWindow::closeEvent(event);

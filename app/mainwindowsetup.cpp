@@ -20,6 +20,7 @@
 #include "editor/rulegrid.h"
 #include "image/memoryarea.h"
 #include "image/settingsfile.h"
+#include "sim/simwidget.h"
 #include "ui_mainwindow.h"
 
 #include <QDoubleSpinBox>
@@ -46,6 +47,9 @@ MainWindow::MainWindow(QWidget* parent)
     setupAppName();
     openFileDialog(QStringLiteral("NewFile"));
     m_description->installValidators();
+    connect(ui->simWidget, &cMySimWidget::portNeeded, m_link, &cMyMiolka::end);
+    connect(ui->simWidget, &cMySimWidget::simulationInProgress, this,
+            &MainWindow::simulationInProgress);
 }
 
 MainWindow::~MainWindow() = default;
@@ -120,6 +124,8 @@ void MainWindow::createStatusPage()
 void MainWindow::connectDevice()
 {
     connect(m_portSelect, &QComboBox::currentTextChanged, m_link, &cMyMiolka::setPort);
+    connect(m_portSelect, &QComboBox::currentTextChanged, ui->simWidget,
+            &cMySimWidget::setPortName);
     connect(m_portSelect, &QComboBox::currentTextChanged, this, &MainWindow::portChanged);
     connect(m_portSelect, &cMyPortSelect::bootMode, this, &MainWindow::miolkaInBootMode);
     connect(ui->actionWriteSettings, &QAction::triggered, this, &MainWindow::writeSettingsToMiolka);

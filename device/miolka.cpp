@@ -24,8 +24,6 @@ Q_LOGGING_CATEGORY(link, "miolka.link")
 
 constexpr auto answerPatience = 10s;
 constexpr auto cancelPatience = 3s;
-constexpr auto quietMoment = 50ms;
-constexpr auto longestSettling = 200ms;
 constexpr auto expectedAbsence = 5s;
 
 } // namespace
@@ -220,8 +218,8 @@ void cMyMiolka::start(const Request& request)
     if (m_hasLateReplies) {
         m_hasLateReplies = false;
         m_stage = Stage::Settling;
-        m_settlingEnd.setRemainingTime(longestSettling);
-        m_settling.start(quietMoment);
+        m_settlingEnd.setRemainingTime(device::longestSettling);
+        m_settling.start(device::quietMoment);
     } else {
         sendFirst();
     }
@@ -231,7 +229,7 @@ void cMyMiolka::settle()
 {
     m_port.readAll();
     m_settling.start(std::min<std::chrono::milliseconds>(
-        quietMoment, std::chrono::milliseconds(m_settlingEnd.remainingTime())));
+        device::quietMoment, std::chrono::milliseconds(m_settlingEnd.remainingTime())));
 }
 
 void cMyMiolka::sendFirst()

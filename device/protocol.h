@@ -8,6 +8,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <optional>
 
 /// The words of the device's line protocol and the numbers that it is recognised by.
@@ -32,6 +33,11 @@ constexpr char bootWord[] = "#BOOT";
 constexpr char clearWord[] = "#CLEAR";
 constexpr char offWord[] = "#OFF";
 constexpr char simulationWord[] = "#SIMUL";
+
+/// An exchange that was cut off may still be answered after the port was opened again. A new one
+/// waits until nothing came for the first of these times, but no longer than the second.
+constexpr std::chrono::milliseconds quietMoment(50);
+constexpr std::chrono::milliseconds longestSettling(200);
 
 /// The word that selects a memory; empty for a number that stands for none.
 [[nodiscard]] QString memoryWord(MemoryType area);

@@ -645,6 +645,109 @@ Do you want to put it back to normal operating mode?</translation>
     </message>
 </context>
 <context>
+    <name>cMySimWidget</name>
+    <message>
+        <source>Form</source>
+        <translation>Form</translation>
+    </message>
+    <message>
+        <source>Ciśnienie aktualne</source>
+        <translation>Absolute pressure</translation>
+    </message>
+    <message>
+        <source>Ciśnienie na powierzchni</source>
+        <translation>Atmospheric pressure</translation>
+    </message>
+    <message>
+        <source>Głębokość aktualna</source>
+        <translation>Depth</translation>
+    </message>
+    <message>
+        <source>Głębokość maksymalna</source>
+        <translation>Depth max</translation>
+    </message>
+    <message>
+        <source>Głębokość średnia</source>
+        <translation>Depth avg</translation>
+    </message>
+    <message>
+        <source>Prędkość aktualna</source>
+        <translation>Vertical speed</translation>
+    </message>
+    <message>
+        <source>Prędkość min.</source>
+        <translation>Ascent speed max</translation>
+    </message>
+    <message>
+        <source>Prędkość max.</source>
+        <translation>Descent speed max</translation>
+    </message>
+    <message>
+        <source>Prędkość średnia wynurzania</source>
+        <translation>Ascent speed avg</translation>
+    </message>
+    <message>
+        <source>Prędkość średnia zanurzania</source>
+        <translation>Descent speed avg</translation>
+    </message>
+    <message>
+        <source>Czas nurkowania</source>
+        <translation>Dive time</translation>
+    </message>
+    <message>
+        <source>Czas spędzony na powierzchni</source>
+        <translation>Surface time</translation>
+    </message>
+    <message>
+        <source>Czas zanurzania</source>
+        <translation>Descent time</translation>
+    </message>
+    <message>
+        <source>Czas spędzony na dnie</source>
+        <translation>Bottom time</translation>
+    </message>
+    <message>
+        <source>Czas wynurzania</source>
+        <translation>Ascent time</translation>
+    </message>
+    <message>
+        <source>Stoper 0</source>
+        <translation>Stopwatch 0</translation>
+    </message>
+    <message>
+        <source>Timer 1</source>
+        <translation>Timer 1</translation>
+    </message>
+    <message>
+        <source>Timer 2</source>
+        <translation>Timer 2</translation>
+    </message>
+    <message>
+        <source>Timer 3</source>
+        <translation>Timer 3</translation>
+    </message>
+    <message>
+        <source>Prędkość można zmieniać w czasie symulacji.</source>
+        <translation>The speed can be changed while a simulation runs.</translation>
+    </message>
+    <message>
+        <source>Prędkość pionowa</source>
+        <translation>Vertical speed</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Start symulacji</source>
+        <translation>START simulation</translation>
+    </message>
+    <message>
+        <source>Stop symulacji</source>
+        <translation>STOP simulation</translation>
+    </message>
+</context>
+<context>
     <name>cMyStatusPage</name>
     <message>
         <source>Miolka działa</source>

@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "device/linechannel.h"
+
+#include "device/protocol.h"
+
+#include <QSerialPort>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+/// How often the haste is looked at, in ms.
+constexpr int slice = 20;
+
+/// For an answer that follows a notice once the caller wants to stop, in ms.
+constexpr int noticePatience = 500;
+
+/// For all answers once the caller must leave, in ms.
+constexpr int leavePatience = 350;
+
+} // namespace
+
+cMyLineChannel::cMyLineChannel(std::function<Haste()> haste)
+    : m_haste(std::move(haste)), m_end(QDeadlineTimer::Forever)
+{
+}
+
+void cMyLineChannel::settle(QSerialPort& port)
+{
+    m_incoming.clear();
+    const QDeadlineTimer end(device::longestSettling);
+    QDeadlineTimer quiet(device::quietMoment);
+    while (!quiet.hasExpired() && !end.hasExpired() && m_haste() != Haste::Leave) {
+        if (port.waitForReadyRead(slice)) {
+            port.readAll();
+            quiet.setRemainingTime(device::quietMoment);
+        } else if (port.error() != QSerialPort::TimeoutError) {
+            return;
+        }
+    }
+}
+
+bool cMyLineChannel::exchange(QSerialPort& port, const QString& line, QString& reply)
+{
+    port.write(line.toLatin1());
+    m_end.setRemainingTime(answerPatience);
+    do {
+        if (const auto answer = takeAnswer()) {
+            reply = *answer;
+            return true;
+        }
+    } while (receive(port));
+    return false;
+}
+
+std::optional<QString> cMyLineChannel::takeAnswer()
+{
+    // A notice and the answer may have come in one packet: nothing more arrives then.
+    while (const auto line = m_incoming.takeLine()) {
+        if (!line->startsWith(device::noticeMark)) {
+            return QString::fromUtf8(*line);
+        }
+        if (m_haste() == Haste::Stop) {
+            limitWait(noticePatience);
+        }
+    }
+    return std::nullopt;
+}
+
+bool cMyLineChannel::receive(QSerialPort& port)
+{
+    for (;;) {
+        const Haste haste = m_haste();
+        if (haste == Haste::Leave) {
+            if (!m_last) {
+                m_last.emplace(leavePatience);
+            }
+            limitWait(static_cast<int>(m_last->remainingTime()));
+        }
+        if (m_end.hasExpired()) {
+            return false;
+        }
+        if (port.bytesAvailable() > 0 || port.waitForReadyRead(slice)) {
+            std::array<char, cMyLineAssembler::longestLine> bytes{};
+            m_incoming.append(bytes.data(), port.read(bytes.data(), bytes.size()));
+            if (haste == Haste::None) {
+                m_end.setRemainingTime(answerPatience);
+            }
+            return true;
+        }
+        if (port.error() != QSerialPort::TimeoutError) {
+            return false;
+        }
+    }
+}
+
+void cMyLineChannel::limitWait(int milliseconds)
+{
+    if (m_end.remainingTime() > milliseconds) {
+        m_end.setRemainingTime(milliseconds);
+    }
+}
