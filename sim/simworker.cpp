@@ -67,6 +67,7 @@ cMySimWorker::cMySimWorker(QObject* parent)
                                                         : cMyLineChannel::Haste::None;
       })
 {
+    qRegisterMetaType<QVector<QString>>("QVector<QString>"); // valuesChanged() is queued
 }
 
 void cMySimWorker::doWork(QString const& portName, double speed)

@@ -8,9 +8,9 @@
 #include "image/memoryarea.h"
 #include "tests/support/guitest.h"
 #include "tests/support/peer.h"
+#include "tests/support/posix.h"
 #include "tests/support/template.h"
 
-#include <QDir>
 #include <QMessageBox>
 #include <QWidget>
 
@@ -82,12 +82,7 @@ protected:
     /// Whether nobody but the peer has the port open.
     [[nodiscard]] bool isPortFree() const
     {
-        int count = 0;
-        const QDir descriptors(QStringLiteral("/proc/self/fd"));
-        for (const QFileInfo& each : descriptors.entryInfoList(QDir::Files | QDir::System)) {
-            count += each.symLinkTarget() == m_peer->terminal() ? 1 : 0;
-        }
-        return count == 1;
+        return openDescriptors(m_peer->terminal()) == 1;
     }
 
     cMyMemoryArea m_image;

@@ -4,6 +4,7 @@
 #ifndef MIOLKA_TESTS_SUPPORT_POSIX_H
 #define MIOLKA_TESTS_SUPPORT_POSIX_H
 
+#include <QDir>
 #include <QFile>
 #include <QString>
 
@@ -37,6 +38,17 @@ public:
 private:
     uid_t m_user;
 };
+
+/// How many of this process's files are the one with this path.
+inline int openDescriptors(const QString& path)
+{
+    int count = 0;
+    const QDir descriptors(QStringLiteral("/proc/self/fd"));
+    for (const QFileInfo& each : descriptors.entryInfoList(QDir::Files | QDir::System)) {
+        count += each.symLinkTarget() == path ? 1 : 0;
+    }
+    return count;
+}
 
 /// The most memory that this process has ever held, in KiB.
 inline long peakMemory()
