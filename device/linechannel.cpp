@@ -33,7 +33,7 @@ void cMyLineChannel::settle(QSerialPort& port)
     m_incoming.clear();
     const QDeadlineTimer end(device::longestSettling);
     QDeadlineTimer quiet(device::quietMoment);
-    while (!quiet.hasExpired() && !end.hasExpired() && m_haste() != Haste::Leave) {
+    while (port.isOpen() && !quiet.hasExpired() && !end.hasExpired() && m_haste() != Haste::Leave) {
         if (port.waitForReadyRead(slice)) {
             port.readAll();
             quiet.setRemainingTime(device::quietMoment);
@@ -80,7 +80,7 @@ bool cMyLineChannel::receive(QSerialPort& port)
             }
             limitWait(static_cast<int>(m_last->remainingTime()));
         }
-        if (m_end.hasExpired()) {
+        if (!port.isOpen() || m_end.hasExpired()) {
             return false;
         }
         if (port.bytesAvailable() > 0 || port.waitForReadyRead(slice)) {
