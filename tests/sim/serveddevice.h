@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_TESTS_SIM_SERVEDDEVICE_H
+#define MIOLKA_TESTS_SIM_SERVEDDEVICE_H
+
+#include "emulator/virtualdevice.h"
+#include "emulator/virtualport.h"
+
+#include <QThread>
+
+#include <memory>
+
+namespace support {
+
+/// A virtual device in a thread of its own, which answers at once also while the test's thread
+/// waits for something.
+class ServedDevice
+{
+public:
+    ServedDevice()
+        : m_device(std::make_unique<cMyVirtualDevice>()),
+          m_port(std::make_unique<cMyVirtualPort>(m_device.get()))
+    {
+        m_device->moveToThread(&m_thread);
+        m_port->moveToThread(&m_thread);
+        m_thread.start();
+        inThread([this] {
+            m_port->plug();
+            m_path = m_port->path();
+        });
+    }
+    ~ServedDevice()
+    {
+        inThread([this] {
+            m_port.reset();
+            m_device.reset();
+        });
+        m_thread.quit();
+        m_thread.wait();
+    }
+    Q_DISABLE_COPY_MOVE(ServedDevice)
+
+    [[nodiscard]] QString path() const { return m_path; }
+
+    /// Runs in the device's thread, and returns when it has.
+    template <typename Call>
+    void inThread(Call call)
+    {
+        QMetaObject::invokeMethod(m_port.get(), call, Qt::BlockingQueuedConnection);
+    }
+
+    [[nodiscard]] bool isSimulating()
+    {
+        bool isSimulating = false;
+        inThread([this, &isSimulating] { isSimulating = m_device->isSimulating(); });
+        return isSimulating;
+    }
+
+    /// These two are to be used in the device's thread.
+    cMyVirtualDevice& device() { return *m_device; }
+    cMyVirtualPort& port() { return *m_port; }
+
+private:
+    QString m_path;
+    QThread m_thread;
+    std::unique_ptr<cMyVirtualDevice> m_device;
+    std::unique_ptr<cMyVirtualPort> m_port;
+};
+
+} // namespace support
+
+#endif

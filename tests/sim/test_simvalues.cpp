@@ -1,0 +1,236 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tests/sim/paneltest.h"
+
+#include <QLocale>
+
+namespace simulation = support::simulation;
+
+/// What the page makes of the device's values.
+class TestSimValues : public support::PanelTest
+{
+    Q_OBJECT
+
+private slots:
+    void firstTexts_data();
+    void firstTexts();
+    void valuesAreShown_data();
+    void valuesAreShown();
+    void everyValueFromItsPlace_data();
+    void everyValueFromItsPlace();
+    void unreadableLines_data();
+    void unreadableLines();
+    void lastValuesStay();
+};
+
+namespace {
+
+struct Value
+{
+    const char* label;
+    const char* caption;
+    int record;
+    int offset;
+    bool isHundredths;
+    const char* unit;
+};
+
+const Value allValues[] = {
+    {"simAbsP", "Absolute pressure", 0, 0, false, " mbar"},
+    {"simSurfaceP", "Atmospheric pressure", 1, 0, false, " mbar"},
+    {"simDepth", "Depth", 4, 0, true, " m"},
+    {"simDepthMax", "Depth max", 4, 4, true, " m"},
+    {"simDepthAvr", "Depth avg", 4, 6, true, " m"},
+    {"simDiveTime", "Dive time", 5, 0, false, " s"},
+    {"simSurfaceTime", "Surface time", 5, 2, false, " s"},
+    {"simDescentTime", "Descent time", 5, 4, false, " s"},
+    {"simBottomTime", "Bottom time", 5, 6, false, " s"},
+    {"simAscentTime", "Ascent time", 5, 8, false, " s"},
+    {"simSpeed", "Vertical speed", 6, 0, true, " m/s"},
+    {"simSpeedMin", "Ascent speed max", 6, 2, true, " m/s"},
+    {"simSpeedMax", "Descent speed max", 6, 4, true, " m/s"},
+    {"simSpeedUpAvr", "Ascent speed avg", 6, 6, true, " m/s"},
+    {"simSpeedDownAvr", "Descent speed avg", 6, 8, true, " m/s"},
+    {"simStoper0", "Stopwatch 0", 7, 0, false, " s"},
+    {"simTimer1", "Timer 1", 7, 2, false, " s"},
+    {"simTimer2", "Timer 2", 7, 4, false, " s"},
+    {"simTimer3", "Timer 3", 7, 6, false, " s"},
+};
+
+void valueRows()
+{
+    QTest::addColumn<int>("value");
+    int row = 0;
+    for (const Value& value : allValues) {
+        QTest::newRow(value.label) << row++;
+    }
+}
+
+/// Eight lines, of which one holds these bytes.
+QVector<QString> block(int record, const QVector<unsigned char>& bytes)
+{
+    QVector<QString> lines;
+    for (int i = 0; i < 8; ++i) {
+        const auto address = static_cast<unsigned short>(0x0100 + 16 * i);
+        const QVector<unsigned char> zeros(16, 0);
+        lines.append(cMyHexRecord(address, i == record ? bytes : zeros).toString() +
+                     QStringLiteral("\r\n"));
+    }
+    return lines;
+}
+
+} // namespace
+
+void TestSimValues::firstTexts_data()
+{
+    valueRows();
+}
+
+void TestSimValues::firstTexts()
+{
+    QFETCH(int, value);
+    const Value& each = allValues[value];
+    QCOMPARE(text(each.label), QString::fromLatin1(each.isHundredths ? "0.00" : "0") + each.unit);
+    // The caption stands to the left of it, on the same line.
+    const QPoint place = child<QLabel>(each.label)->mapTo(m_panel.get(), QPoint());
+    const QList<QLabel*> labels = m_panel->findChildren<QLabel*>();
+    const auto caption = std::find_if(labels.cbegin(), labels.cend(), [&each](QLabel* label) {
+        return label->text() == QLatin1String(each.caption);
+    });
+    QVERIFY(caption != labels.cend());
+    const QPoint captionPlace = (*caption)->mapTo(m_panel.get(), QPoint());
+    const auto middle = [](const QPoint& at, const QWidget* widget) {
+        return at.y() + widget->height() / 2;
+    };
+    QVERIFY(captionPlace.x() + (*caption)->width() <= place.x());
+    QVERIFY(qAbs(middle(captionPlace, *caption) - middle(place, child<QLabel>(each.label))) <= 2);
+}
+
+void TestSimValues::valuesAreShown_data()
+{
+    QTest::addColumn<int>("stored");
+    QTest::addColumn<QString>("whole");
+    QTest::addColumn<QString>("hundredths");
+    QTest::newRow("0") << 0 << "0"
+                       << "0.00";
+    QTest::newRow("one") << 1 << "1"
+                         << "0.01";
+    QTest::newRow("minus one") << -1 << "-1"
+                               << "-0.01";
+    QTest::newRow("100") << 100 << "100"
+                         << "1.00";
+    QTest::newRow("1234") << 1234 << "1234"
+                          << "12.34";
+    QTest::newRow("minus a hundred and fifty") << -150 << "-150"
+                                               << "-1.50";
+    QTest::newRow("greatest") << 32767 << "32767"
+                              << "327.67";
+    QTest::newRow("least") << -32768 << "-32768"
+                           << "-327.68";
+}
+
+void TestSimValues::valuesAreShown()
+{
+    QFETCH(int, stored);
+    QFETCH(QString, whole);
+    QFETCH(QString, hundredths);
+    const QLocale before;
+    // A point separates the decimals, whatever the user's locale says.
+    QLocale::setDefault(QLocale(QLocale::Polish, QLocale::Poland));
+    for (const Value& each : allValues) {
+        QVector<unsigned char> bytes(16, 0);
+        bytes[each.offset] = static_cast<unsigned char>(stored);
+        bytes[each.offset + 1] = static_cast<unsigned char>(stored >> 8);
+        m_panel->updateSimValues(block(each.record, bytes));
+        QCOMPARE(text(each.label), (each.isHundredths ? hundredths : whole) + each.unit);
+    }
+    QLocale::setDefault(before);
+}
+
+void TestSimValues::everyValueFromItsPlace_data()
+{
+    valueRows();
+}
+
+void TestSimValues::everyValueFromItsPlace()
+{
+    QFETCH(int, value);
+    // No other bytes than its own two say anything about it.
+    const Value& mine = allValues[value];
+    QVector<QString> lines;
+    for (int record = 0; record < 8; ++record) {
+        QVector<unsigned char> bytes(16, 0x55);
+        if (record == mine.record) {
+            bytes[mine.offset] = 0x39;
+            bytes[mine.offset + 1] = 0x30;
+        }
+        const auto address = static_cast<unsigned short>(0x0100 + 16 * record);
+        lines.append(cMyHexRecord(address, bytes).toString());
+    }
+    m_panel->updateSimValues(lines);
+    for (const Value& each : allValues) {
+        const int number = &each == &mine ? 12345 : 21845;
+        const QString shown =
+            each.isHundredths ? QString::number(number / 100.0, 'f', 2) : QString::number(number);
+        QCOMPARE(text(each.label), shown + each.unit);
+    }
+}
+
+void TestSimValues::unreadableLines_data()
+{
+    QTest::addColumn<QString>("line"); // instead of that for the depths
+    QTest::addColumn<QString>("depth");
+    // What was read before it, the record of the atmospheric pressure, stays.
+    QTest::newRow("garbage") << "garbage"
+                             << "10.13 m";
+    QTest::newRow("empty") << ""
+                           << "10.13 m";
+    QTest::newRow("not understood") << "?\r\n"
+                                    << "10.13 m";
+    QTest::newRow("end record") << ":00000001FF"
+                                << "0.00 m";
+    QTest::newRow("two bytes") << ":020140001027A6"
+                               << "0.00 m";
+    QTest::newRow("three bytes") << ":03014000102700A5"
+                                 << "100.00 m";
+    QTest::newRow("wrong checksum") << ":0301400010270000"
+                                    << "100.00 m";
+}
+
+void TestSimValues::unreadableLines()
+{
+    QFETCH(QString, line);
+    QFETCH(QString, depth);
+    QVector<unsigned char> pressure(16, 0);
+    pressure[0] = 0xF5;
+    pressure[1] = 0x03;
+    QVector<QString> lines = block(1, pressure);
+    lines[4] = line;
+    m_panel->updateSimValues(lines);
+    QCOMPARE(text("simSurfaceP"), QStringLiteral("1013 mbar"));
+    QCOMPARE(text("simDepth"), depth);
+    // Fewer lines than there are records.
+    m_panel->updateSimValues({});
+    QCOMPARE(text("simSurfaceP"), QStringLiteral("0 mbar"));
+}
+
+void TestSimValues::lastValuesStay()
+{
+    m_peer->setAnswer([](const QByteArray& line) {
+        const bool isDepths = line.startsWith(":100140");
+        const QByteArray depths =
+            cMyHexRecord(0x0140, QVector<unsigned char>(16, 0x11)).toString().toLatin1();
+        return (isDepths ? depths : simulation::answering(1013)(line).trimmed()) + "\r\n";
+    });
+    button("pbStartSim")->click();
+    QVERIFY(support::waitFor([this] { return text("simDepth") == QLatin1String("43.69 m"); }));
+    button("pbStopSim")->click();
+    QVERIFY(support::waitFor([this] { return isIdle(); }));
+    QCOMPARE(text("simDepth"), QStringLiteral("43.69 m"));
+    button("pbStartSim")->click();
+    QCOMPARE(text("simDepth"), QStringLiteral("43.69 m"));
+}
+
+MIOLKA_GUI_TEST_MAIN(TestSimValues)
+#include "test_simvalues.moc"
