@@ -379,16 +379,17 @@ void TestDeviceWindow::aSimulationEndsWhatTheLinkDoes()
     trigger("actionWriteSettings");
     QVERIFY(support::waitFor([&] { return peer.lines().size() == 10; }));
     progress()->findChild<QPushButton*>()->click();
-    m_window->simulationInProgress(true);
-    QVERIFY(support::waitFor([&] { return peer.lines().size() == 11; }));
-    QCOMPARE(peer.lines().last(), QStringLiteral("#ROOT"));
+    peer.setAnswer([](const QByteArray& line) { return line + "\r\n"; });
+    child<QPushButton>(*m_window, "pbStartSim")->click();
+    QVERIFY(support::waitFor([&] { return peer.lines().size() > 30; }));
+    QCOMPARE(peer.lines().mid(10, 2), QStringList({"#ROOT", "#SIMUL"}));
     // The port is the simulation's, whatever is plugged in.
     m_ports->plug(QStringLiteral("ttyACM1"));
     QTest::qWait(300);
     QCOMPARE(child<QComboBox>(*m_window, "portSelect")->count(), 1);
-    QCOMPARE(peer.lines().size(), 11);
-    m_window->simulationInProgress(false);
+    child<QPushButton>(*m_window, "pbStopSim")->click();
     QTRY_COMPARE(child<QComboBox>(*m_window, "portSelect")->count(), 2);
+    QCOMPARE(peer.lines().last(), QStringLiteral("#CLEAR"));
 }
 
 void TestDeviceWindow::aQuestionWithoutAnAnswer()

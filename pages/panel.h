@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef MIOLKA_EDITOR_PANEL_H
-#define MIOLKA_EDITOR_PANEL_H
+#ifndef MIOLKA_PAGES_PANEL_H
+#define MIOLKA_PAGES_PANEL_H
 
 #include <QGroupBox>
 

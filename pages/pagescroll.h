@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef MIOLKA_EDITOR_PAGESCROLL_H
-#define MIOLKA_EDITOR_PAGESCROLL_H
+#ifndef MIOLKA_PAGES_PAGESCROLL_H
+#define MIOLKA_PAGES_PAGESCROLL_H
 
 #include <QScrollArea>
 
