@@ -9,9 +9,43 @@
 
 #include <QThread>
 
+#include <condition_variable>
+#include <functional>
 #include <memory>
+#include <mutex>
 
 namespace support {
+
+/// Runs what another thread asks it to run, in its own. The two meet at a mutex of the standard
+/// library and not inside Qt, so that the thread sanitizer sees that they do.
+class Errands : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Returns when it was run.
+    void run(std::function<void()> errand)
+    {
+        std::unique_lock<std::mutex> lock(m_mutex);
+        m_errand = std::move(errand);
+        QMetaObject::invokeMethod(this, "runIt", Qt::QueuedConnection);
+        m_done.wait(lock, [this] { return m_errand == nullptr; });
+    }
+
+private slots:
+    void runIt()
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_errand();
+        m_errand = nullptr;
+        m_done.notify_one();
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_done;
+    std::function<void()> m_errand;
+};
 
 /// A virtual device in a thread of its own, which answers at once also while the test's thread
 /// waits for something.
@@ -24,6 +58,7 @@ public:
     {
         m_device->moveToThread(&m_thread);
         m_port->moveToThread(&m_thread);
+        m_errands.moveToThread(&m_thread);
         m_thread.start();
         inThread([this] {
             m_port->plug();
@@ -44,11 +79,7 @@ public:
     [[nodiscard]] QString path() const { return m_path; }
 
     /// Runs in the device's thread, and returns when it has.
-    template <typename Call>
-    void inThread(Call call)
-    {
-        QMetaObject::invokeMethod(m_port.get(), call, Qt::BlockingQueuedConnection);
-    }
+    void inThread(std::function<void()> call) { m_errands.run(std::move(call)); }
 
     [[nodiscard]] bool isSimulating()
     {
@@ -64,6 +95,7 @@ public:
 private:
     QString m_path;
     QThread m_thread;
+    Errands m_errands;
     std::unique_ptr<cMyVirtualDevice> m_device;
     std::unique_ptr<cMyVirtualPort> m_port;
 };
