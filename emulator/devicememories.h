@@ -24,6 +24,7 @@ enum ValueNumber {
     GreatestDiveTime = 45,   ///< in s
     TotalDiveTime = 46,      ///< in s
     StatusDiveTime = 47,     ///< always the same as GreatestDiveTime
+    Stopwatch0 = 56,         ///< in s; timers 1 to 3 follow
 };
 
 /// Values that there is room for; the highest number in use is lower.
