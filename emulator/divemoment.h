@@ -24,8 +24,8 @@ struct cMyDiveMoment
     cMyDiveValues values{};
     DivePhase phase = DivePhase::Descent; ///< of the dive; without meaning on the surface
     bool isUnderwater = false;            ///< a dive is on, its first sample included
-    bool diveBegins = false;              ///< with this sample, as in all that follow
-    bool diveEnds = false;                ///< isUnderwater is false already
+    bool diveBegins = false;              ///< with this sample, which isUnderwater already
+    bool diveEnds = false;                ///< with this sample, which is not any more
     bool switchesOn = false;
     bool switchesOff = false;
     bool isCharging = false;
