@@ -6,6 +6,7 @@
 
 #include "emulator/devicememories.h"
 
+#include <QMetaType>
 #include <QString>
 
 #include <array>
@@ -41,5 +42,7 @@ struct cMySpokenMessage
     int rule = 0;    ///< that called for it, counted from 1
     QString text;    ///< in the words of the option tables, with the value in the chosen form
 };
+
+Q_DECLARE_METATYPE(cMySpokenMessage)
 
 #endif
