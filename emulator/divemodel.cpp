@@ -32,7 +32,8 @@ qint16 saturated(double number)
 
 qint16 wholeSeconds(qint64 milliseconds)
 {
-    return saturated(static_cast<double>(milliseconds / second));
+    const qint64 seconds = milliseconds / second;
+    return saturated(static_cast<double>(seconds));
 }
 
 template <typename Array, typename Number>
