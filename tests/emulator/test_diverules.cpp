@@ -22,6 +22,7 @@ private slots:
     void periodGoesOnOverDives();
     void distancesOfADescent();
     void marksMissedAreNotMadeUpFor();
+    void marksBesideTheLastOneCount();
     void marksAreForgottenBetweenDives();
     void thresholds_data();
     void thresholds();
@@ -235,6 +236,22 @@ void TestDiveRules::marksMissedAreNotMadeUpFor()
     dive.value(41) = 1;
     follow(dive, {1950, 2050, 1500, 900});
     QCOMPARE(dive.said(), QStringLiteral("1@4000 1@6000"));
+}
+
+void TestDiveRules::marksBesideTheLastOneCount()
+{
+    RuleBuilder builder;
+    builder.put("distanceE", 1000);
+    builder.messageRule(1).when(underwater).atLeast(41, 1).says(depth).repeats(5);
+    ScriptedDive dive(builder);
+    startDive(dive);
+    dive.value(41) = 1;
+    follow(dive, {1100});
+    dive.value(41) = 0;
+    follow(dive, {2500});
+    dive.value(41) = 1;
+    follow(dive, {900, 1100, 900});
+    QCOMPARE(dive.said(), QStringLiteral("1@0 1@2000"));
 }
 
 void TestDiveRules::marksAreForgottenBetweenDives()
