@@ -83,8 +83,8 @@ QVector<cMySpokenMessage> cMyDiveRules::take(cMyDiveMoment& moment)
 void cMyDiveRules::showTimers(cMyDiveMoment& moment) const
 {
     for (int timer = 0; timer < cMyDiveTimers::count; ++timer) {
-        moment.values.at(static_cast<std::size_t>(emulator::Stopwatch0 + timer)) =
-            m_timers.shown(timer);
+        const int number = emulator::Stopwatch0 + timer;
+        moment.values.at(static_cast<std::size_t>(number)) = m_timers.shown(timer);
     }
 }
 

@@ -17,7 +17,7 @@ void cMyDiveTimers::advance(qint64 elapsed)
 {
     Timer& watch = m_timers[stopwatch];
     if (watch.state == State::Counting) {
-        watch.time = std::min(watch.time + elapsed, greatestShown * second);
+        watch.time += elapsed;
     }
     for (int number = stopwatch + 1; number < count; ++number) {
         Timer& timer = m_timers.at(index(number));
