@@ -61,14 +61,13 @@ QVector<cMySpokenMessage> cMyDive::takeSample(cMyDiveValues& values)
 
 QVector<cMySpokenMessage> cMyDive::finish()
 {
-    cMyDiveMoment moment = m_last;
-    moment.elapsed = m_time - m_last.time;
+    cMyDiveMoment moment;
     moment.time = m_time;
-    moment.switchesOn = false;
+    moment.elapsed = m_time - m_last.time;
+    moment.values = m_last.values;
+    moment.phase = m_last.phase;
+    moment.isUnderwater = m_last.isUnderwater;
     moment.switchesOff = true;
-    moment.diveBegins = false;
-    moment.diveEnds = false;
-    moment.chargingBegins = false;
-    moment.chargingEnds = false;
+    moment.isCharging = m_last.isCharging;
     return m_rules.take(moment);
 }

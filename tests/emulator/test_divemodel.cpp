@@ -119,24 +119,31 @@ void TestDiveModel::depthIsWhatTheWaterMakesOfThePressure()
 void TestDiveModel::depthTakesTheTemperatureFromItsSource_data()
 {
     QTest::addColumn<int>("source");
+    QTest::addColumn<int>("before");
     QTest::addColumn<Numbers>("depths");
     // At 25.0, 5.0 and 25.0 degrees; the mean is 25.0, 15.0 and 18.3 by then. Sea water has
-    // 1023.343 kg/m^3 at 25 degrees, 1027.675 at 5, 1025.973 at 15 and 1025.199 at 18.3.
-    QTest::newRow("constant") << 0 << Numbers{9731, 9731, 9731};
-    QTest::newRow("min") << 1 << Numbers{9772, 9731, 9731};
-    QTest::newRow("avg") << 2 << Numbers{9772, 9747, 9754};
-    QTest::newRow("current") << 3 << Numbers{9772, 9731, 9772};
-    QTest::newRow("unknown") << 4 << Numbers{9731, 9731, 9731};
-    QTest::newRow("last unknown") << 255 << Numbers{9731, 9731, 9731};
+    // 1023.343 kg/m^3 at 25 degrees, 1027.675 at 5, 1025.973 at 15 and 1025.199 at 18.3. Before the
+    // dive 252 mbar are 245.2 cm at 5 degrees and 246.3 at 25.
+    QTest::newRow("constant") << 0 << 245 << Numbers{9731, 9731, 9731};
+    QTest::newRow("min") << 1 << 246 << Numbers{9772, 9731, 9731};
+    QTest::newRow("avg") << 2 << 246 << Numbers{9772, 9747, 9754};
+    QTest::newRow("current") << 3 << 246 << Numbers{9772, 9731, 9772};
+    QTest::newRow("unknown") << 4 << 245 << Numbers{9731, 9731, 9731};
+    QTest::newRow("last unknown") << 255 << 245 << Numbers{9731, 9731, 9731};
 }
 
 void TestDiveModel::depthTakesTheTemperatureFromItsSource()
 {
     QFETCH(int, source);
+    QFETCH(int, before);
     QFETCH(Numbers, depths);
-    Session session{DiveSettings({{"salinity", 35}, {"temperatureSource", source}})};
+    Session session{
+        DiveSettings({{"salinity", 35}, {"temperatureSource", source}, {"diveThreshold", 255}})};
     session.set(Temperature, 10); // of the air, which is no part of the dive
     session.dive(0);
+    session.set(Temperature, 250);
+    session.dive(252);
+    QCOMPARE(session.value(Depth), before);
     Numbers found;
     for (const int temperature : {250, 50, 250}) {
         session.set(Temperature, temperature);

@@ -24,6 +24,7 @@ class TestDivingDevice : public QObject
 private slots:
     void readingsAreThereFromTheStart();
     void aDescentIsReadBack();
+    void theFirstSampleComesWithTheWord();
     void aSampleTakesWhatWasWrittenBeforeIt();
     void tenMinutesPassAtOnce();
     void aSecondSimulationWordDoesNotRestartTheDive();
@@ -33,8 +34,10 @@ private slots:
     void anUnpluggedDeviceDivesOn();
     void aNewSimulationContinuesTheStatistics();
     void clearingInADiveEndsItAtTheSurface();
-    void chargersAreNoticed();
+    void aSampleNoticesAChargerThatCameBeforeIt();
+    void aChargerStaysFromOneSimulationToTheNext();
     void whatIsSaidMayEndTheSimulation();
+    void theFirstThingSaidMayEndTheSimulation();
     void divesGoOnBetweenLines();
     void divesHaveAClockOfTheirOwn();
 };
@@ -117,6 +120,14 @@ void TestDivingDevice::aDescentIsReadBack()
     // the mean is 1013 + 1550 = 2563 (0x0A03).
     QCOMPARE(read(0x0100, 12),
              record(0x0100, QByteArray::fromHex("AD0F 5904 AD0F 030A F503 AD0F")));
+}
+
+void TestDivingDevice::theFirstSampleComesWithTheWord()
+{
+    Session session(speakingWhen(RuleCondition::SwitchesOn));
+    ask(session.device, "#SIMUL");
+    QCOMPARE(session.said, QStringList{QStringLiteral("0.0 s  0.00 m  rule 1: Relax yourself")});
+    QCOMPARE(session.device.value(AbsolutePressure + Least), qint16(1013));
 }
 
 void TestDivingDevice::aSampleTakesWhatWasWrittenBeforeIt()
@@ -263,21 +274,30 @@ void TestDivingDevice::clearingInADiveEndsItAtTheSurface()
     QCOMPARE(session.device.value(AbsolutePressure + Least), qint16(1713));
 }
 
-void TestDivingDevice::chargersAreNoticed()
+void TestDivingDevice::aSampleNoticesAChargerThatCameBeforeIt()
 {
     Session session(speakingWhen(RuleCondition::ChargingBegins));
-    session.device.setCharging(true);
     session.simulate();
     session.now += 1500;
-    session.device.setCharging(false);
-    session.now += 1000;
-    ask(session.device, "#RAM");
-    QCOMPARE(session.said, QStringList());
     session.device.setCharging(true);
     QCOMPARE(session.said, QStringList());
     session.now += 1000;
     ask(session.device, "#RAM");
-    QCOMPARE(session.said, QStringList{QStringLiteral("3.0 s  0.00 m  rule 1: Relax yourself")});
+    QCOMPARE(session.said, QStringList{QStringLiteral("2.0 s  0.00 m  rule 1: Relax yourself")});
+}
+
+void TestDivingDevice::aChargerStaysFromOneSimulationToTheNext()
+{
+    const QStringList atOnce{QStringLiteral("0.0 s  0.00 m  rule 1: Relax yourself")};
+    Session session(speakingWhen(RuleCondition::Charging));
+    session.device.setCharging(true);
+    session.simulate();
+    QCOMPARE(session.said, atOnce);
+    session.simulate();
+    QCOMPARE(session.said, atOnce + atOnce);
+    session.device.setCharging(false);
+    session.simulate();
+    QCOMPARE(session.said, atOnce + atOnce);
 }
 
 void TestDivingDevice::whatIsSaidMayEndTheSimulation()
@@ -294,6 +314,21 @@ void TestDivingDevice::whatIsSaidMayEndTheSimulation()
         ask(session.device, "#ROOT");
     }
     QCOMPARE(session.said.size(), 4);
+    session.simulate();
+    session.write(500);
+    session.now += 1000;
+    session.device.plugged(); // which ends it while it is being ended
+    QVERIFY(!session.device.isSimulating());
+    QCOMPARE(session.said.size(), 5);
+}
+
+void TestDivingDevice::theFirstThingSaidMayEndTheSimulation()
+{
+    Session session(speakingWhen(RuleCondition::SwitchesOn));
+    QObject::connect(&session.device, &cMyVirtualDevice::spoke, &session.device,
+                     [&session] { session.device.plugged(); });
+    QCOMPARE(ask(session.device, "#SIMUL"), QByteArray("#SIMUL"));
+    QVERIFY(!session.device.isSimulating());
 }
 
 void TestDivingDevice::divesGoOnBetweenLines()
