@@ -4,15 +4,10 @@
 #include "editor/doublespinboxint.h"
 
 #include "editor/cell.h"
+#include "editor/fieldcodec.h"
 
 #include <QLineEdit>
 #include <QPainter>
-
-namespace {
-
-constexpr std::pair<double, int> decimalsOfFactor[] = {{1, 0}, {10, 1}, {100, 2}, {327.68, 2}};
-
-} // namespace
 
 cMyDoubleSpinBoxInt::cMyDoubleSpinBoxInt(QWidget* parent) : QDoubleSpinBox(parent)
 {
@@ -21,16 +16,6 @@ cMyDoubleSpinBoxInt::cMyDoubleSpinBoxInt(QWidget* parent) : QDoubleSpinBox(paren
     connect(lineEdit(), &QLineEdit::textEdited, this,
             [this] { m_wasTyped = lineEdit()->hasAcceptableInput(); });
     connect(this, &QDoubleSpinBox::editingFinished, this, &cMyDoubleSpinBoxInt::finishTyping);
-}
-
-int cMyDoubleSpinBoxInt::decimalsOf(double factor, int otherwise)
-{
-    for (const auto& [known, decimals] : decimalsOfFactor) {
-        if (qFuzzyCompare(known, factor)) {
-            return decimals;
-        }
-    }
-    return otherwise;
 }
 
 void cMyDoubleSpinBoxInt::setCell(int textWidth)
@@ -101,7 +86,7 @@ QVector<quint8> cMyDoubleSpinBoxInt::storedAs() const
 void cMyDoubleSpinBoxInt::mySetFaktor(double newFaktor)
 {
     m_faktor = newFaktor;
-    setDecimals(decimalsOf(newFaktor, decimals()));
+    setDecimals(editor::decimalsOfFactor(newFaktor).value_or(decimals()));
     updateValue(value());
 }
 

@@ -22,9 +22,6 @@ public:
     /// Stored units for each displayed unit.
     [[nodiscard]] double faktor() const { return m_faktor; }
 
-    /// How many decimals suit a factor; otherwise for one that no option table has.
-    [[nodiscard]] static int decimalsOf(double factor, int otherwise);
-
     /// Makes it look like a cell of a table, with room for a text of that many pixels.
     void setCell(int textWidth);
 

@@ -8,6 +8,12 @@
 
 #include <cmath>
 
+namespace {
+
+constexpr std::pair<double, int> factorDecimals[] = {{1, 0}, {10, 1}, {100, 2}, {327.68, 2}};
+
+} // namespace
+
 namespace editor {
 
 QVector<quint8> storedBytes(const cMyMemoryArea& area, const cMySettingsField& field)
@@ -81,6 +87,16 @@ double shownThreshold(int stored, const cMyThresholdScale& scale)
     constexpr int greatestSigned = 32767;
     const bool isUnsigned = scale.minimum >= 0 && scale.maximum * scale.factor > greatestSigned;
     return (isUnsigned ? static_cast<quint16>(stored) : static_cast<qint16>(stored)) / scale.factor;
+}
+
+std::optional<int> decimalsOfFactor(double factor)
+{
+    for (const auto& [known, decimals] : factorDecimals) {
+        if (qFuzzyCompare(known, factor)) {
+            return decimals;
+        }
+    }
+    return std::nullopt;
 }
 
 int storedGravity(double altitude, double latitude)

@@ -6,6 +6,8 @@
 
 #include "editor/settingslayout.h"
 
+#include <optional>
+
 class cMyMemoryArea;
 class cMyTableModel;
 
@@ -46,6 +48,10 @@ namespace editor {
 /// The threshold, as displayed, that a stored number stands for. A scale that does not reach
 /// below zero but beyond 32767 stored units (battery level: 100 % is 32768) is read unsigned.
 [[nodiscard]] double shownThreshold(int stored, const cMyThresholdScale& scale);
+
+/// How many decimals a number is shown with that is stored times this factor; nothing for a factor
+/// that no option table has.
+[[nodiscard]] std::optional<int> decimalsOfFactor(double factor);
 
 /// The gravity field for a place: m/s² times 3276.8, truncated. Altitude in metres, latitude in
 /// degrees north or south. The device's own approximation, in which pi is 3.14.

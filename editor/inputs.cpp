@@ -66,7 +66,7 @@ void bindInput(cMyDoubleSpinBoxInt& input, const cMySettingsField& field, cMyIma
 
 cMyTableModel* loadOptions(const cMySettingsField& field, QObject& parent)
 {
-    return new cMyTableModel(QStringLiteral(":/models/%1.csv").arg(field.optionTable), &parent);
+    return new cMyTableModel(editor::optionTableFile(field), &parent);
 }
 
 QString suffix(const cMySettingsField& field)

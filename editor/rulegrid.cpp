@@ -37,7 +37,7 @@ int widestThreshold(const cMyTableModel& values, const QFontMetrics& metrics)
     int widest = 0;
     for (int row = 0; row < values.rowCount(); ++row) {
         const cMyThresholdScale scale = editor::thresholdScale(values, row);
-        const int decimals = cMyDoubleSpinBoxInt::decimalsOf(scale.factor, 0);
+        const int decimals = editor::decimalsOfFactor(scale.factor).value_or(0);
         for (const double limit : {scale.minimum, scale.maximum}) {
             const QString text =
                 QString::number(limit, 'f', decimals) + QLatin1Char(' ') + scale.unit;

@@ -219,6 +219,11 @@ QString ruleMember(const QString& kind, int rule, const QString& member)
     return QStringLiteral("%1%2.%3").arg(kind).arg(rule, 2, 10, QLatin1Char('0')).arg(member);
 }
 
+QString optionTableFile(const cMySettingsField& field)
+{
+    return QStringLiteral(":/models/%1.csv").arg(field.optionTable);
+}
+
 QString caption(const cMySettingsField& field)
 {
     return QCoreApplication::translate("cMySettingsField", field.captionKey);

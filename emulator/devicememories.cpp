@@ -34,13 +34,23 @@ struct StartValue
 };
 
 /// What a device that has dived a little shows in its status.
-constexpr std::array<StartValue, 5> startValues = {{
+constexpr std::array<StartValue, 7> startValues = {{
     {AbsolutePressure, 1013},
     {AtmosphericPressure, 1013},
+    {Temperature, roomTemperature},
+    {BatteryLevel, batteryAtHand},
     {GreatestDepth, 1840},
     {GreatestDiveTime, 2345},
     {TotalDiveTime, 8765},
 }};
+
+/// The number in two bytes, little-endian.
+qint16 numberIn(const QByteArray& bytes, int position)
+{
+    const auto low = static_cast<quint8>(bytes.at(position));
+    const auto high = static_cast<quint8>(bytes.at(position + 1));
+    return static_cast<qint16>(low | (high << 8));
+}
 
 QByteArray littleEndian(quint16 number)
 {
@@ -157,14 +167,32 @@ QByteArray cMyDeviceMemories::read(MemoryType area, qint64 address, int size) co
 qint16 cMyDeviceMemories::value(int number) const
 {
     const QByteArray bytes = read(RAM, valueAddress(number), 2);
-    return bytes.isEmpty() ? qint16(0)
-                           : static_cast<qint16>(static_cast<quint8>(bytes.at(0)) |
-                                                 (static_cast<quint8>(bytes.at(1)) << 8));
+    return bytes.isEmpty() ? qint16(0) : numberIn(bytes, 0);
 }
 
 void cMyDeviceMemories::setValue(int number, qint16 value)
 {
     write(RAM, valueAddress(number), littleEndian(static_cast<quint16>(value)));
+}
+
+std::array<qint16, valueCount> cMyDeviceMemories::values() const
+{
+    const QByteArray bytes = read(RAM, valueAddress(0), 2 * valueCount);
+    std::array<qint16, valueCount> values{};
+    for (int number = 0; number < valueCount; ++number) {
+        values.at(static_cast<std::size_t>(number)) = numberIn(bytes, 2 * number);
+    }
+    return values;
+}
+
+void cMyDeviceMemories::setValues(const std::array<qint16, valueCount>& values)
+{
+    QByteArray bytes;
+    bytes.reserve(2 * valueCount);
+    for (const qint16 value : values) {
+        bytes += littleEndian(static_cast<quint16>(value));
+    }
+    write(RAM, valueAddress(0), bytes);
 }
 
 void cMyDeviceMemories::setSerialNumber(quint16 number)

@@ -16,18 +16,51 @@ namespace emulator {
 constexpr int memoryCount = 5;
 
 /// Numbers of measured values that the device's parts name; resources/models/msgCb2.csv has all.
+/// "Greatest" and "total" stand for those that dives only add to until the statistics are cleared.
 enum ValueNumber {
-    AbsolutePressure = 0,
-    AtmosphericPressure = 8, ///< in mbar
-    Depth = 32,              ///< in cm
-    GreatestDepth = 37,      ///< in cm
-    GreatestDiveTime = 45,   ///< in s
-    TotalDiveTime = 46,      ///< in s
-    StatusDiveTime = 47,     ///< always the same as GreatestDiveTime
+    AbsolutePressure = 0,    ///< in mbar, as the next one; the first of a sensor's six values
+    AtmosphericPressure = 8, ///< on the surface
+    Temperature = 16,        ///< in tenths of a degree Celsius
+    BatteryLevel = 31,       ///< 32768 would be full
+    Depth = 32,              ///< in cm, as the next three
+    DepthMaximum = 34,
+    DepthAverage = 35,
+    GreatestDepth = 37,
+    DiveTime = 40, ///< in s, as all times
+    SurfaceTime = 41,
+    DescentTime = 42,
+    BottomTime = 43,
+    AscentTime = 44,
+    GreatestDiveTime = 45,
+    TotalDiveTime = 46,
+    StatusDiveTime = 47, ///< always the same as GreatestDiveTime
+    VerticalSpeed = 48,  ///< in cm/s, as all speeds: more than 0 on the way down
+    AscentSpeedMaximum = 49,
+    DescentSpeedMaximum = 50,
+    AscentSpeedAverage = 51,
+    DescentSpeedAverage = 52,
+    GreatestAscentSpeed = 53,
+    GreatestDescentSpeed = 54,
+    Stopwatch0 = 56, ///< in s; timers 1 to 3 follow
+};
+
+/// The six values of a sensor (absolute and atmospheric pressure, temperature), counted from the
+/// number of its reading.
+enum SensorValue {
+    Reading = 0,
+    Minimum = 1, ///< of the dive, as the next two
+    Maximum = 2,
+    Average = 3,
+    Least = 4, ///< since the statistics were cleared, as the next one
+    Greatest = 5,
 };
 
 /// Values that there is room for; the highest number in use is lower.
 constexpr int valueCount = 64;
+
+/// What the device's own sensors tell while nobody simulates another.
+constexpr qint16 roomTemperature = 200; ///< 20.0 degrees Celsius
+constexpr qint16 batteryAtHand = 26214; ///< 80 %
 
 constexpr int selfTestAddress = 1068; ///< in RAM, one byte
 
@@ -67,6 +100,10 @@ public:
 
     [[nodiscard]] qint16 value(int number) const;
     void setValue(int number, qint16 value);
+
+    /// All at once, which is what a dive reads and writes with each sample.
+    [[nodiscard]] std::array<qint16, emulator::valueCount> values() const;
+    void setValues(const std::array<qint16, emulator::valueCount>& values);
 
     void setSerialNumber(quint16 number);
 

@@ -6,6 +6,7 @@
 
 #include "emulator/devicememories.h"
 
+#include <QMetaType>
 #include <QString>
 
 #include <array>
@@ -24,8 +25,8 @@ struct cMyDiveMoment
     cMyDiveValues values{};
     DivePhase phase = DivePhase::Descent; ///< of the dive; without meaning on the surface
     bool isUnderwater = false;            ///< a dive is on, its first sample included
-    bool diveBegins = false;              ///< with this sample, as in all that follow
-    bool diveEnds = false;                ///< isUnderwater is false already
+    bool diveBegins = false;              ///< with this sample, which isUnderwater already
+    bool diveEnds = false;                ///< with this sample, which is not any more
     bool switchesOn = false;
     bool switchesOff = false;
     bool isCharging = false;
@@ -41,5 +42,7 @@ struct cMySpokenMessage
     int rule = 0;    ///< that called for it, counted from 1
     QString text;    ///< in the words of the option tables, with the value in the chosen form
 };
+
+Q_DECLARE_METATYPE(cMySpokenMessage)
 
 #endif

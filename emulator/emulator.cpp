@@ -4,6 +4,7 @@
 #include "emulator/emulator.h"
 
 #include "emulator/deviceunit.h"
+#include "emulator/dive.h"
 #include "emulator/statefile.h"
 
 #include <QCoreApplication>
@@ -157,6 +158,10 @@ void cMyEmulator::connectUnit(cMyDeviceUnit& unit)
     connect(&unit, &cMyDeviceUnit::disappeared, this, &cMyEmulator::disappeared);
     connect(&unit, &cMyDeviceUnit::unplugged, this, &cMyEmulator::saveState);
     connect(&unit, &cMyDeviceUnit::failed, this, &cMyEmulator::portFailed);
+    connect(&unit.device(), &cMyVirtualDevice::spoke, this,
+            [this, number = unit.number()](const cMySpokenMessage& message) {
+                printSpoken(number, message);
+            });
 }
 
 namespace {
@@ -182,6 +187,17 @@ void cMyEmulator::portFailed(const QString& why)
 {
     say(why);
     m_portsFailed = true;
+}
+
+void cMyEmulator::printSpoken(int number, const cMySpokenMessage& message)
+{
+    const QByteArray text = spokenLine(message).toLocal8Bit();
+    m_trace.write(cMyTrace::Direction::Spoken, number, text);
+    if (m_options.count > 1) {
+        std::printf("%d ", number);
+    }
+    std::puts(text.constData());
+    std::fflush(stdout);
 }
 
 void cMyEmulator::disappeared(int number)
@@ -285,6 +301,9 @@ bool cMyEmulator::obey(const QStringList& words)
     if (name == QLatin1String("latency")) {
         return hasOneWord && setLatency(words.at(1));
     }
+    if (name == QLatin1String("charge")) {
+        return hasOneWord && setCharging(words.at(1));
+    }
     return false;
 }
 
@@ -322,6 +341,18 @@ bool cMyEmulator::setLatency(const QString& text)
     }
     for (const auto& unit : m_units) {
         unit->port().setLatency(*latency);
+    }
+    return true;
+}
+
+bool cMyEmulator::setCharging(const QString& state)
+{
+    const bool isCharging = state == QLatin1String("on");
+    if (!isCharging && state != QLatin1String("off")) {
+        return false;
+    }
+    for (const auto& unit : m_units) {
+        unit->device().setCharging(isCharging);
     }
     return true;
 }

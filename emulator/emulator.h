@@ -21,6 +21,7 @@
 class cMyDeviceMemories;
 class cMyDeviceUnit;
 class cMyVirtualPort;
+struct cMySpokenMessage;
 
 namespace emulator {
 
@@ -75,6 +76,7 @@ private:
     void stop();
     void finish(int exitStatus);
     void portFailed(const QString& why);
+    void printSpoken(int number, const cMySpokenMessage& message);
     [[nodiscard]] bool saveState() const;
     [[nodiscard]] bool isTraceWhole() const;
 
@@ -83,6 +85,7 @@ private:
     bool setPlugged(bool plugged, const QStringList& numbers);
     bool setFaults(const QString& specs);
     bool setLatency(const QString& text);
+    bool setCharging(const QString& state);
 
     cMySignalPipe m_signals; ///< first, so that no signal interrupts the tidying up
     cMyEmulatorOptions m_options;

@@ -18,6 +18,23 @@ bool cMyTrace::open(const QString& path)
            m_file.open(QIODevice::WriteOnly | QIODevice::Truncate);
 }
 
+namespace {
+
+const char* mark(cMyTrace::Direction direction)
+{
+    switch (direction) {
+    case cMyTrace::Direction::ToDevice:
+        return " > ";
+    case cMyTrace::Direction::FromDevice:
+        return " < ";
+    case cMyTrace::Direction::Spoken:
+        return " * ";
+    }
+    return "";
+}
+
+} // namespace
+
 void cMyTrace::write(Direction direction, int device, const QByteArray& bytes)
 {
     if (!m_file.isOpen()) {
@@ -27,7 +44,7 @@ void cMyTrace::write(Direction direction, int device, const QByteArray& bytes)
     constexpr int decimals = 3;
     const double now = static_cast<double>(m_clock.elapsed()) / milliseconds;
     QByteArray line = QByteArray::number(now, 'f', decimals);
-    line += direction == Direction::ToDevice ? " > " : " < ";
+    line += mark(direction);
     if (m_numbered) {
         line += QByteArray::number(device) + ' ';
     }

@@ -9,12 +9,12 @@
 #include <QFile>
 
 /// What went to and from the devices, as a text file: a time in seconds since the start, ">" to the
-/// device or "<" from it, its number where there are several, and the bytes. Each line is in the
-/// file when the call returns. For one thread.
+/// device, "<" from it or "*" for what it spoke, its number where there are several, and the bytes.
+/// Each line is in the file when the call returns. For one thread.
 class cMyTrace
 {
 public:
-    enum class Direction { ToDevice, FromDevice };
+    enum class Direction { ToDevice, FromDevice, Spoken };
 
     cMyTrace();
 

@@ -4,7 +4,11 @@
 #include "emulator/virtualdevice.h"
 
 #include "device/protocol.h"
+#include "emulator/dive.h"
 #include "image/hexcodec.h"
+#include "image/memoryarea.h"
+
+#include <QTimer>
 
 #include <algorithm>
 #include <string_view>
@@ -77,10 +81,22 @@ std::optional<quint16> upperAddress(const QByteArray& text)
 
 } // namespace
 
-cMyVirtualDevice::cMyVirtualDevice(QObject* parent) : QObject(parent) {}
+cMyVirtualDevice::cMyVirtualDevice(QObject* parent) : QObject(parent), m_timer(new QTimer(this))
+{
+    m_uptime.start();
+    m_clock = [this] {
+        return m_uptime.elapsed();
+    };
+    m_timer->setSingleShot(true);
+    m_timer->setTimerType(Qt::PreciseTimer);
+    connect(m_timer, &QTimer::timeout, this, &cMyVirtualDevice::advanceByTimer);
+}
+
+cMyVirtualDevice::~cMyVirtualDevice() = default;
 
 QByteArray cMyVirtualDevice::answer(const QByteArray& line)
 {
+    advance(); // with what was simulated until now; the line is about what comes
     const QByteArray text = withoutLineEnd(line);
     QByteArray reply = notUnderstood;
     if (text.startsWith(':')) {
@@ -108,7 +124,7 @@ void cMyVirtualDevice::unplugged()
         return;
     }
     m_offWhenUnplugged = false;
-    m_simulating = false;
+    endSimulation();
     m_memories.powerOn();
 }
 
@@ -137,7 +153,7 @@ bool cMyVirtualDevice::command(const QByteArray& word)
     } else if (word == device::simulationWord) {
         startSimulation();
     } else if (word == device::clearWord) {
-        m_memories.clearStatistics();
+        clearStatistics();
     } else if (word == device::offWord) {
         m_offWhenUnplugged = true;
     } else if (word == device::bootWord || word == device::resetWord) {
@@ -151,8 +167,8 @@ bool cMyVirtualDevice::command(const QByteArray& word)
 
 void cMyVirtualDevice::leaveModes()
 {
+    endSimulation();
     m_hex = false;
-    m_simulating = false;
     m_direction = Direction::None;
     m_area.reset();
     m_upperAddress = 0;
@@ -166,17 +182,82 @@ void cMyVirtualDevice::select(MemoryType area)
 
 void cMyVirtualDevice::startSimulation()
 {
-    if (m_simulating) {
+    if (isSimulating()) {
         return;
     }
-    m_simulating = true;
+    const QByteArray bytes = memory(EEPROM);
+    cMyMemoryArea settings;
+    settings.setData(0, QVector<quint8>(bytes.cbegin(), bytes.cend()));
+    m_dive = std::make_unique<cMyDive>(settings, m_memories, m_charging);
+    m_diveStart = m_clock();
     emit simulationStarted();
+    advance();
+    startTimer();
+}
+
+void cMyVirtualDevice::endSimulation()
+{
+    advance();
+    if (!isSimulating()) { // any more, if a receiver of what was said has ended it
+        return;
+    }
+    m_timer->stop();
+    const QVector<cMySpokenMessage> last = m_dive->finish();
+    m_dive.reset();
+    m_memories.setValue(emulator::AbsolutePressure,
+                        m_memories.value(emulator::AtmosphericPressure));
+    speak(last);
+}
+
+void cMyVirtualDevice::clearStatistics()
+{
+    m_memories.clearStatistics();
+    if (isSimulating()) {
+        m_dive->clearStatistics();
+    }
+}
+
+void cMyVirtualDevice::setCharging(bool isCharging)
+{
+    advance();
+    m_charging = isCharging;
+    if (isSimulating()) {
+        m_dive->setCharging(isCharging);
+    }
+}
+
+void cMyVirtualDevice::advance()
+{
+    if (isSimulating()) {
+        speak(m_dive->advanceTo(m_clock() - m_diveStart, m_memories));
+    }
+}
+
+void cMyVirtualDevice::advanceByTimer()
+{
+    advance();
+    startTimer();
+}
+
+void cMyVirtualDevice::startTimer()
+{
+    if (isSimulating()) {
+        const qint64 wait = m_diveStart + m_dive->nextSample() - m_clock();
+        m_timer->start(static_cast<int>(std::max<qint64>(wait, 1)));
+    }
+}
+
+void cMyVirtualDevice::speak(const QVector<cMySpokenMessage>& messages)
+{
+    for (const cMySpokenMessage& message : messages) {
+        emit spoke(message);
+    }
 }
 
 QByteArray cMyVirtualDevice::record(const QByteArray& text)
 {
     // A simulation exchanges records from its first line on, without asking for them.
-    if ((!m_hex && !m_simulating) || !m_area || m_direction == Direction::None) {
+    if ((!m_hex && !isSimulating()) || !m_area || m_direction == Direction::None) {
         return notUnderstood;
     }
     // In every memory, so that bytes behind 64 KiB are refused and not stored at the start of one

@@ -5,14 +5,24 @@
 #define MIOLKA_EMULATOR_VIRTUALDEVICE_H
 
 #include "emulator/devicememories.h"
+#include "emulator/divemoment.h"
 
+#include <QElapsedTimer>
 #include <QObject>
+#include <QVector>
 
+#include <functional>
+#include <memory>
 #include <optional>
 
+class QTimer;
+class cMyDive;
 struct cMyRecordFields;
 
-/// The device without its port: lines in, lines out. Everything runs in the caller's thread.
+/// The device without its port: lines in, lines out, and a dive between them while it simulates.
+///
+/// Everything runs in the caller's thread, which must be the one that it lives in. A dive goes on
+/// with each line; with an event loop also between lines.
 ///
 /// It shows what the real device does as seen from outside; it is not derived from its firmware.
 class cMyVirtualDevice : public QObject
@@ -21,6 +31,8 @@ class cMyVirtualDevice : public QObject
 
 public:
     explicit cMyVirtualDevice(QObject* parent = nullptr);
+    ~cMyVirtualDevice() override;
+    Q_DISABLE_COPY_MOVE(cMyVirtualDevice)
 
     /// Takes one line, with or without its line end, and returns the one line that answers it,
     /// ended by CR LF. What is not understood changes nothing and is answered by "?".
@@ -47,7 +59,14 @@ public:
     bool loadSettings(const QString& path);
 
     /// From "#SIMUL" until "#ROOT", or until the device starts anew.
-    [[nodiscard]] bool isSimulating() const { return m_simulating; }
+    [[nodiscard]] bool isSimulating() const { return m_dive != nullptr; }
+
+    /// What gives the time in ms, from any start on and never going back; not to be set during a
+    /// simulation. Without it, time passes as it does.
+    void setClock(std::function<qint64()> clock) { m_clock = std::move(clock); }
+
+    /// A charger is there or not; not at first. A simulation notices with its next sample.
+    void setCharging(bool isCharging);
 
 public slots:
     /// The cable was pulled. A device told "#OFF" before goes off now and loses its RAM.
@@ -61,6 +80,9 @@ signals:
     void bootRequested();
     void simulationStarted(); ///< not again while isSimulating()
 
+    /// The device says something; emitted before the answer to the line that came next.
+    void spoke(const cMySpokenMessage& message);
+
 private:
     enum class Direction { None, Read, Write };
 
@@ -69,6 +91,14 @@ private:
     void leaveModes();
     void select(MemoryType area);
     void startSimulation();
+    void endSimulation();
+    void clearStatistics();
+
+    /// Takes what samples are due.
+    void advance();
+    void advanceByTimer();
+    void startTimer();
+    void speak(const QVector<cMySpokenMessage>& messages);
     [[nodiscard]] QByteArray record(const QByteArray& text);
     [[nodiscard]] QByteArray dataRecord(const cMyRecordFields& fields, const QByteArray& text);
     [[nodiscard]] static QByteArray printed(quint16 offset, const QByteArray& bytes);
@@ -78,8 +108,13 @@ private:
     Direction m_direction = Direction::None;
     quint16 m_upperAddress = 0;
     bool m_hex = false;
-    bool m_simulating = false;
     bool m_offWhenUnplugged = false;
+    bool m_charging = false;
+    QElapsedTimer m_uptime; ///< the clock, if no other is set
+    std::function<qint64()> m_clock;
+    qint64 m_diveStart = 0; ///< by m_clock
+    std::unique_ptr<cMyDive> m_dive;
+    QTimer* m_timer; ///< for the next sample
 };
 
 #endif

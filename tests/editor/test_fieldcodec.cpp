@@ -27,6 +27,8 @@ private slots:
     void thresholds_data();
     void thresholds();
     void everyStoredThresholdOfOneUnitComesBack();
+    void decimals_data();
+    void decimals();
     void versions_data();
     void versions();
 };
@@ -175,6 +177,24 @@ void TestFieldCodec::everyStoredThresholdOfOneUnitComesBack()
         QCOMPARE(qRound(editor::shownThreshold(stored, scale) * scale.factor), stored);
     }
     QCOMPARE(editor::shownThreshold(5, cMyThresholdScale()), 0.0);
+}
+
+void TestFieldCodec::decimals_data()
+{
+    QTest::addColumn<double>("factor");
+    QTest::addColumn<int>("decimals");
+    QTest::newRow("whole numbers") << 1.0 << 0;
+    QTest::newRow("tenths") << 10.0 << 1;
+    QTest::newRow("hundredths") << 100.0 << 2;
+    QTest::newRow("battery level") << 327.68 << 2;
+    QTest::newRow("gravity, which no table has") << 3276.8 << -1;
+    QTest::newRow("nothing") << 0.0 << -1;
+}
+
+void TestFieldCodec::decimals()
+{
+    QFETCH(double, factor);
+    QTEST(editor::decimalsOfFactor(factor).value_or(-1), "decimals");
 }
 
 void TestFieldCodec::versions_data()

@@ -3,6 +3,8 @@
 
 #include "device/replies.h"
 #include "device/requests.h"
+#include "emulator/rulenumbers.h"
+#include "tests/emulator/divetest.h"
 #include "tests/emulator/emulatortest.h"
 #include "tests/support/posix.h"
 #include "tests/support/template.h"
@@ -30,6 +32,8 @@ private slots:
     void pluggingBySignals();
     void pluggingByCommands();
     void faultsAndLatencyByCommands();
+    void whatIsSpokenIsPrinted();
+    void spokenLinesSayWhoseTheyAre();
     void latencyFromTheStart();
     void wrongCommandsAreSaid();
     void resetGoesAndComesBack();
@@ -62,6 +66,22 @@ QByteArray settingsOf(const QStringList& replies)
 QStringList settingsRecords(const QByteArray& image)
 {
     return QString::fromLatin1(support::settingsText(image)).split(QLatin1Char('\n'));
+}
+
+/// Settings of 150 samples in a second, whose first three rules speak as it goes on and as a
+/// charger comes and goes.
+QByteArray speakingSettings()
+{
+    constexpr int relax = 212;
+    const support::DiveSettings settings(
+        {{"depthSamplingRate", 1},
+         {"messageRule01.condition", static_cast<int>(RuleCondition::SwitchesOn)},
+         {"messageRule01.message", relax},
+         {"messageRule02.condition", static_cast<int>(RuleCondition::ChargingBegins)},
+         {"messageRule02.message", relax},
+         {"messageRule03.condition", static_cast<int>(RuleCondition::ChargingEnds)},
+         {"messageRule03.message", relax}});
+    return support::settingsText(settings.image());
 }
 
 /// How long the answer to one line takes, in ms.
@@ -240,6 +260,32 @@ void TestEmulator::pluggingByCommands()
     QVERIFY(!QFileInfo::exists(path("control")));
 }
 
+void TestEmulator::whatIsSpokenIsPrinted()
+{
+    support::writeFile(path("own.mio"), speakingSettings());
+    start({QStringLiteral("--pty"), QStringLiteral("--settings"), path("own.mio"),
+           QStringLiteral("--control"), path("control"), QStringLiteral("--trace"), path("trace")});
+    const QString terminal = QString::fromLatin1(line());
+    QCOMPARE(exchange(terminal, words("#SIMUL\r\n")), words("#SIMUL\r\n"));
+    QCOMPARE(line(), QByteArray("0.0 s  0.00 m  rule 1: Relax yourself"));
+    const QByteArray trace = support::readFile(path("trace"));
+    QVERIFY2(trace.contains(" * 0.0 s  0.00 m  rule 1: Relax yourself\n"), trace.constData());
+    say("charge on");
+    QVERIFY(line().endsWith(" s  0.00 m  rule 2: Relax yourself"));
+    say("charge off");
+    QVERIFY(line().endsWith(" s  0.00 m  rule 3: Relax yourself"));
+}
+
+void TestEmulator::spokenLinesSayWhoseTheyAre()
+{
+    support::writeFile(path("own.mio"), speakingSettings());
+    start({QStringLiteral("--pty"), QStringLiteral("--count"), QStringLiteral("2"),
+           QStringLiteral("--settings"), path("own.mio")});
+    line();
+    exchange(QString::fromLatin1(line()), words("#SIMUL\r\n"));
+    QCOMPARE(line(), QByteArray("1 0.0 s  0.00 m  rule 1: Relax yourself"));
+}
+
 void TestEmulator::faultsAndLatencyByCommands()
 {
     const QByteArray control = QFile::encodeName(path("control"));
@@ -268,8 +314,9 @@ void TestEmulator::wrongCommandsAreSaid()
 {
     start({QStringLiteral("--pty"), QStringLiteral("--control"), path("control")});
     line();
-    for (const char* command : {"bogus", "plug x", "plug 1", "unplug -1", "plug 0 0", "fault",
-                                "fault bogus", "latency", "latency -1", "latency 1 2"}) {
+    for (const char* command :
+         {"bogus", "plug x", "plug 1", "unplug -1", "plug 0 0", "fault", "fault bogus", "latency",
+          "latency -1", "latency 1 2", "charge", "charge maybe", "charge on off"}) {
         say(command);
         QByteArray error;
         QTRY_VERIFY((error += m_emulator->readAllStandardError()).endsWith('\n'));

@@ -5,6 +5,7 @@
 
 #include "device/replies.h"
 #include "device/requests.h"
+#include "tests/emulator/devicelines.h"
 #include "tests/support/posix.h"
 #include "tests/support/template.h"
 
@@ -42,43 +43,13 @@ private slots:
     void settingsFiles();
 };
 
+using support::ask;
+using support::askAll;
+using support::record;
+
 namespace {
 
 const QByteArray notUnderstood = "?\r\n";
-
-/// What the device answers to a line, without the line end that each answer has.
-QByteArray ask(cMyVirtualDevice& device, const QByteArray& line)
-{
-    const QByteArray reply = device.answer(line + "\r\n");
-    return reply.endsWith("\r\n") ? reply.left(reply.size() - 2) : "no line end: " + reply;
-}
-
-/// The answer to the last of the lines, which are separated by blanks.
-QByteArray askAll(cMyVirtualDevice& device, const QByteArray& lines)
-{
-    QByteArray last;
-    for (const QByteArray& line : lines.split(' ')) {
-        last = ask(device, line);
-    }
-    return last;
-}
-
-/// A record with the sum that the device expects of data.
-QByteArray record(int address, const QByteArray& bytes)
-{
-    QByteArray text;
-    text.append(static_cast<char>(bytes.size()));
-    text.append(static_cast<char>(address >> 8));
-    text.append(static_cast<char>(address));
-    text.append('\0');
-    text += bytes;
-    unsigned sum = 0;
-    for (const char byte : qAsConst(text)) {
-        sum += static_cast<unsigned char>(byte);
-    }
-    text.append(static_cast<char>(0U - sum));
-    return ':' + text.toHex().toUpper();
-}
 
 QList<QByteArray> allMemories(const cMyVirtualDevice& device)
 {
@@ -369,6 +340,7 @@ void TestVirtualDevice::aSimulationExchangesRecordsAtOnce()
 void TestVirtualDevice::offTakesEffectWhenUnplugged()
 {
     cMyVirtualDevice device;
+    device.setClock([] { return qint64(0); }); // so that what is compared is not measured anew
     const QByteArray powerOn = device.memory(RAM);
     askAll(device, "#SIMUL #HEX #RAM #WRITE " + record(0, "x"));
     const QByteArray used = device.memory(RAM);

@@ -40,7 +40,7 @@ inline QByteArray offeredImage(QRandomGenerator& random)
     QByteArray image = randomImage(random);
     for (const cMySettingsField& each : editor::settingsFields()) {
         if (!each.optionTable.isEmpty()) {
-            const cMyTableModel options(QStringLiteral(":/models/%1.csv").arg(each.optionTable));
+            const cMyTableModel options(editor::optionTableFile(each));
             const int row = random.bounded(options.rowCount());
             const int value = static_cast<int>(options.number(row, cMyTableModel::Value));
             put(image, each, editor::numberBytes(value, each));

@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_EMULATOR_DIVEMODEL_H
+#define MIOLKA_EMULATOR_DIVEMODEL_H
+
+#include "emulator/divemoment.h"
+
+class cMyMemoryArea;
+
+/// Least, greatest and mean of what was added.
+class cMyValueRange
+{
+public:
+    void add(qint16 value);
+
+    [[nodiscard]] bool isEmpty() const { return m_count == 0; }
+
+    /// All three are 0 while nothing was added; the mean is rounded to the nearest number.
+    [[nodiscard]] qint16 minimum() const { return m_minimum; }
+    [[nodiscard]] qint16 maximum() const { return m_maximum; }
+    [[nodiscard]] qint16 average() const;
+
+private:
+    qint16 m_minimum = 0;
+    qint16 m_maximum = 0;
+    qint64 m_sum = 0;
+    qint64 m_count = 0;
+};
+
+/// What the device makes of its readings, sample by sample: depth, speed, times, and the statistics
+/// of them. It knows no clock; docs/virtual-device.md has every value in plain words.
+class cMyDiveModel
+{
+public:
+    /// The settings as they are in the EEPROM. What is in the values for "since the statistics were
+    /// cleared" is continued.
+    cMyDiveModel(const cMyMemoryArea& settings, const cMyDiveValues& start);
+
+    /// When sample number index is due, in ms after the first, which has number 0. Rounded down
+    /// from the exact time, so that nothing adds up over a long simulation.
+    [[nodiscard]] qint64 sampleTime(qint64 index) const;
+
+    /// The sample at a time in ms, which is later than that of the one before. Read from values are
+    /// absolute and surface pressure, temperature and, passed on only, all that is not computed
+    /// here.
+    [[nodiscard]] cMyDiveMoment sample(qint64 time, const cMyDiveValues& values);
+
+    /// Everything that adds up begins anew with the next sample. A dive that is on goes on.
+    void clearStatistics();
+
+private:
+    struct Settings
+    {
+        explicit Settings(const cMyMemoryArea& area);
+
+        int samplingDivider; ///< samples come every so many 150ths of a second
+        int diveThreshold;   ///< in cm, as the next one
+        int surfacingThreshold;
+        int ascentThreshold; ///< in cm/s, as the next one
+        int bottomThreshold;
+        int salinity; ///< in permille
+        int temperatureSource;
+        int fixedTemperature; ///< in tenths of a degree Celsius
+        double gravity;       ///< in m/s^2
+    };
+
+    /// What restarts with a dive.
+    struct Statistics
+    {
+        cMyValueRange absolutePressure;
+        cMyValueRange atmosphericPressure;
+        cMyValueRange temperature;
+        cMyValueRange depth;
+        cMyValueRange ascentSpeed;
+        cMyValueRange descentSpeed;
+        std::array<qint64, 3> phaseTime{}; ///< in ms, by DivePhase
+    };
+
+    static void addReadings(Statistics& statistics, const cMyDiveValues& values);
+
+    /// In degrees Celsius.
+    [[nodiscard]] double densityTemperature(const Statistics& statistics,
+                                            const cMyDiveValues& values) const;
+
+    /// In cm, not rounded, as are the next two: they look whether the dive ends or begins, and
+    /// return the depth by the statistics as they are then.
+    [[nodiscard]] double depth(const Statistics& statistics, const cMyDiveValues& values) const;
+    double stayUnderwater(cMyDiveMoment& moment);
+    double stayOnSurface(cMyDiveMoment& moment);
+
+    void countTime(qint64 elapsed);
+    void addMotion(qint16 depth, qint16 speed);
+    void changePhase(int speed);
+    void setDiveValues(cMyDiveValues& values) const;
+    void setSensorValues(cMyDiveValues& values, int sensor, const cMyValueRange& range);
+    void setGreatestValues(cMyDiveValues& values);
+    [[nodiscard]] qint64 diveTime() const;
+
+    Settings m_settings;
+    cMyDiveValues m_greatest; ///< of which those since the statistics were cleared are in use
+    Statistics m_statistics;
+    DivePhase m_phase = DivePhase::Descent;
+    bool m_isUnderwater = false;
+    bool m_isFirst = true;
+    qint64 m_lastTime = 0;
+    double m_lastDepth = 0;       ///< in cm, not rounded
+    qint64 m_surfaceTime = 0;     ///< in ms
+    qint16 m_totalBeforeDive = 0; ///< in s
+};
+
+#endif

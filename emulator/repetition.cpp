@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "emulator/repetition.h"
+
+#include "editor/fieldcodec.h"
+#include "emulator/rulenumbers.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr qint64 second = 1000; ///< in ms
+
+constexpr const char* periods[] = {"periodA", "periodB", "periodC", "periodD"};
+constexpr const char* distances[] = {"distanceE", "distanceF", "distanceG", "distanceH"};
+
+/// The setting that a repetition of a group of consecutive ones names; nothing if it is not in it.
+template <std::size_t Count>
+std::optional<int> settingOf(int number, RuleRepetition first, const char* const (&names)[Count],
+                             const cMyMemoryArea& settings)
+{
+    const int position = number - static_cast<int>(first);
+    if (position < 0 || position >= static_cast<int>(Count)) {
+        return std::nullopt;
+    }
+    const QString name = QString::fromLatin1(names[position]);
+    return editor::storedNumber(settings, editor::settingsField(name));
+}
+
+} // namespace
+
+cMyRepetition::cMyRepetition(int number, const cMyMemoryArea& settings)
+{
+    if (number == static_cast<int>(RuleRepetition::Still)) {
+        m_kind = Kind::Period;
+        m_period = second; // about as long as it takes to say something
+    } else if (const auto period =
+                   settingOf(number, RuleRepetition::EveryPeriod, periods, settings)) {
+        m_kind = Kind::Period;
+        m_period = std::max(*period, 1) * second;
+    } else if (const auto distance =
+                   settingOf(number, RuleRepetition::EveryDistance, distances, settings)) {
+        m_kind = Kind::Distance;
+        m_distance = *distance;
+    }
+}
+
+bool cMyRepetition::speaks(const cMyRepetitionStep& step)
+{
+    if (step.begins) {
+        m_hasSpoken = false;
+        m_mark = 0;
+    }
+    if (!step.isTrue) {
+        return false;
+    }
+    switch (m_kind) {
+    case Kind::Period:
+        return speaksAgain(step.time);
+    case Kind::Distance:
+        return speaksOnTheWay(step.depthBefore, step.depth);
+    case Kind::Once:
+        break;
+    }
+    return speaksOnce();
+}
+
+bool cMyRepetition::speaksOnce()
+{
+    const bool isFirst = !m_hasSpoken;
+    m_hasSpoken = true;
+    return isFirst;
+}
+
+bool cMyRepetition::speaksAgain(qint64 time)
+{
+    if (m_spokenAt && time - *m_spokenAt < m_period) {
+        return false;
+    }
+    m_spokenAt = time;
+    return true;
+}
+
+bool cMyRepetition::speaksOnTheWay(int from, int to)
+{
+    if (m_distance <= 0) {
+        return false;
+    }
+    const auto markAbove = [this](int depth) {
+        return std::max(depth, 0) / m_distance;
+    };
+    const auto markBelow = [this](int depth) {
+        return (std::max(depth, 0) + m_distance - 1) / m_distance;
+    };
+    // A mark is met where a step ends on it, not where one begins on it.
+    const bool goesDown = to > from;
+    const int first = goesDown ? markAbove(from) + 1 : markBelow(from) - 1;
+    const int last = goesDown ? markAbove(to) : std::max(markBelow(to), 1);
+    const bool crosses = to != from && (goesDown ? first <= last : first >= last);
+    if (!crosses || (first == last && last == m_mark)) {
+        return false;
+    }
+    m_mark = last;
+    return true;
+}

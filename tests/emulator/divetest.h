@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_TESTS_EMULATOR_DIVETEST_H
+#define MIOLKA_TESTS_EMULATOR_DIVETEST_H
+
+#include "editor/fieldcodec.h"
+#include "image/memoryarea.h"
+#include "tests/support/template.h"
+
+#include <QMetaType>
+#include <QPair>
+#include <QVector>
+
+namespace support {
+
+/// Fields of the settings by their names, and what they are to hold, in stored units.
+using Changes = QVector<QPair<const char*, int>>;
+
+/// The default settings, but for a planet and a water in which one mbar is one cm, as near as makes
+/// no difference down to 150 m: 10 m/s^2 and fresh water of 5 degrees, 999.96675 kg/m^3, make
+/// 1.0000333 cm of each.
+class DiveSettings
+{
+public:
+    explicit DiveSettings(const Changes& changes = {})
+    {
+        const QByteArray image = templateImage();
+        m_area.setData(0, QVector<quint8>(image.cbegin(), image.cend()));
+        put("gravity", 32768);
+        put("temperatureSource", 0);
+        put("fixedTemperature", 50);
+        for (const auto& [name, number] : changes) {
+            put(name, number);
+        }
+    }
+
+    [[nodiscard]] const cMyMemoryArea& area() const { return m_area; }
+    [[nodiscard]] QByteArray image() const { return bytesOf(m_area); }
+
+private:
+    void put(const char* name, int number)
+    {
+        const cMySettingsField& field = editor::settingsField(QString::fromLatin1(name));
+        m_area.setData(static_cast<quint32>(field.address), editor::numberBytes(number, field));
+    }
+
+    cMyMemoryArea m_area;
+};
+
+} // namespace support
+
+Q_DECLARE_METATYPE(support::Changes)
+
+#endif

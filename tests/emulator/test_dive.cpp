@@ -1,0 +1,285 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "emulator/dive.h"
+
+#include "emulator/rulenumbers.h"
+#include "tests/emulator/divetest.h"
+
+#include <QtTest>
+
+using namespace emulator;
+using support::Changes;
+using support::DiveSettings;
+
+Q_DECLARE_METATYPE(RuleCondition)
+
+class TestDive : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void beginsWithTheReadingsOfADeviceAtTheSurface();
+    void samplesAreTakenWhenTheyAreDue();
+    void everyDueSampleIsTaken();
+    void readingsAreLeftAsTheyAreWritten();
+    void statisticsContinueTheMemory();
+    void eventsAreSpokenOf_data();
+    void eventsAreSpokenOf();
+    void aChargerThatWasThereBeforeDoesNotBegin();
+    void timersRunOnTheDivesTime();
+    void goingOffTakesNoSample();
+    void timeThatGoesBackChangesNothing();
+    void clearedStatisticsBeginAnew();
+    void linesSayWhenAndWhereAndWhy_data();
+    void linesSayWhenAndWhereAndWhy();
+};
+
+namespace {
+
+constexpr int relax = 212;
+
+/// Settings whose first rule speaks under that condition, once.
+Changes speakingWhen(RuleCondition condition)
+{
+    return {{"messageRule01.condition", static_cast<int>(condition)},
+            {"messageRule01.message", relax}};
+}
+
+/// A dive with the memories that it works on.
+class Simulation
+{
+public:
+    explicit Simulation(const Changes& changes = {}, bool isCharging = false)
+        : dive(DiveSettings(changes).area(), memories, isCharging)
+    {
+    }
+
+    /// Goes on until then, with what is measured now.
+    void advance(qint64 time) { hear(dive.advanceTo(time, memories)); }
+
+    void hear(const QVector<cMySpokenMessage>& messages)
+    {
+        for (const cMySpokenMessage& message : messages) {
+            m_spoken.append(spokenLine(message));
+        }
+    }
+
+    /// In cm, as there is 1013 mbar at the surface.
+    void goTo(int depth) { memories.setValue(AbsolutePressure, static_cast<qint16>(1013 + depth)); }
+
+    [[nodiscard]] int value(int number) const { return memories.value(number); }
+    [[nodiscard]] QStringList spoken() const { return m_spoken; }
+
+    cMyDeviceMemories memories;
+    cMyDive dive;
+
+private:
+    QStringList m_spoken;
+};
+
+} // namespace
+
+void TestDive::beginsWithTheReadingsOfADeviceAtTheSurface()
+{
+    cMyDeviceMemories memories;
+    memories.setValue(AbsolutePressure, 5000);
+    memories.setValue(AtmosphericPressure, 987);
+    memories.setValue(Temperature, 31);
+    memories.setValue(BatteryLevel, 3);
+    cMyDive dive(DiveSettings().area(), memories, false);
+    QCOMPARE(memories.value(AbsolutePressure), qint16(987));
+    QCOMPARE(memories.value(AtmosphericPressure), qint16(987));
+    QCOMPARE(memories.value(Temperature), qint16(200));
+    QCOMPARE(memories.value(BatteryLevel), qint16(26214));
+    dive.advanceTo(0, memories);
+    QCOMPARE(memories.value(AbsolutePressure + Maximum), qint16(987));
+    QCOMPARE(memories.value(Temperature + Minimum), qint16(200));
+    QCOMPARE(memories.value(Depth), qint16(0));
+}
+
+void TestDive::samplesAreTakenWhenTheyAreDue()
+{
+    Simulation simulation;
+    QCOMPARE(simulation.dive.nextSample(), qint64(0));
+    simulation.advance(0);
+    QCOMPARE(simulation.dive.nextSample(), qint64(1000));
+    simulation.goTo(500);
+    simulation.advance(999);
+    QCOMPARE(simulation.value(Depth), 0);
+    simulation.goTo(600); // what was there between two samples was never seen
+    simulation.advance(1000);
+    QCOMPARE(simulation.value(Depth), 600);
+    QCOMPARE(simulation.value(DepthMaximum), 600);
+    QCOMPARE(simulation.dive.nextSample(), qint64(2000));
+}
+
+void TestDive::everyDueSampleIsTaken()
+{
+    // Ten samples in a second; down from 0.1 s to 60 s, and up since then.
+    Simulation simulation({{"depthSamplingRate", 15}});
+    simulation.advance(99);
+    simulation.goTo(2000);
+    simulation.advance(59999);
+    simulation.goTo(1900);
+    simulation.advance(600000);
+    QCOMPARE(simulation.dive.nextSample(), qint64(600100));
+    QCOMPARE(simulation.value(DiveTime), 599);
+    QCOMPARE(simulation.value(AscentTime), 540);
+    // 599 samples at 20 m and 5401 at 19 m: 11459900 / 6000 = 1909.98
+    QCOMPARE(simulation.value(DepthAverage), 1910);
+    QCOMPARE(simulation.value(AscentSpeedMaximum), -1000);
+}
+
+void TestDive::readingsAreLeftAsTheyAreWritten()
+{
+    Simulation simulation;
+    simulation.advance(0);
+    const QVector<QPair<int, qint16>> readings = {{AbsolutePressure, 3000},
+                                                  {AtmosphericPressure, 1001},
+                                                  {Temperature, -7},
+                                                  {BatteryLevel, 12345}};
+    for (const auto& [number, value] : readings) {
+        simulation.memories.setValue(number, value);
+    }
+    simulation.advance(5000);
+    for (const auto& [number, value] : readings) {
+        QCOMPARE(simulation.memories.value(number), value);
+    }
+    QCOMPARE(simulation.value(Depth), 1999);
+}
+
+void TestDive::statisticsContinueTheMemory()
+{
+    Simulation simulation; // 1840 cm, 2345 s and 8765 s in a new device
+    simulation.advance(0);
+    simulation.goTo(2000);
+    simulation.advance(3000);
+    QCOMPARE(simulation.value(GreatestDepth), 2000);
+    QCOMPARE(simulation.value(GreatestDiveTime), 2345);
+    QCOMPARE(simulation.value(TotalDiveTime), 8767);
+}
+
+void TestDive::eventsAreSpokenOf_data()
+{
+    QTest::addColumn<RuleCondition>("condition");
+    QTest::addColumn<QString>("line");
+    const auto row = [](const char* name, RuleCondition condition, const char* where) {
+        QTest::newRow(name)
+            << condition << QStringLiteral("%1  rule 1: Relax yourself").arg(QLatin1String(where));
+    };
+    row("goes on", RuleCondition::SwitchesOn, "0.0 s  0.00 m");
+    row("dive begins", RuleCondition::DiveBegins, "2.0 s  5.02 m");
+    row("charging begins", RuleCondition::ChargingBegins, "3.0 s  5.02 m");
+    row("charging", RuleCondition::Charging, "3.0 s  5.02 m");
+    row("charging ends", RuleCondition::ChargingEnds, "4.0 s  5.02 m");
+    row("dive ends", RuleCondition::DiveEnds, "5.0 s  0.00 m");
+    row("goes off", RuleCondition::SwitchesOff, "5.5 s  0.00 m");
+}
+
+void TestDive::eventsAreSpokenOf()
+{
+    QFETCH(RuleCondition, condition);
+    QFETCH(QString, line);
+    Simulation simulation(speakingWhen(condition));
+    simulation.advance(1999);
+    simulation.goTo(502);
+    simulation.advance(2999);
+    simulation.dive.setCharging(true);
+    simulation.advance(3999);
+    simulation.dive.setCharging(false);
+    simulation.advance(4999);
+    simulation.goTo(0);
+    simulation.advance(5500);
+    simulation.hear(simulation.dive.finish());
+    QCOMPARE(simulation.spoken(), QStringList{line});
+}
+
+void TestDive::aChargerThatWasThereBeforeDoesNotBegin()
+{
+    Simulation begins(speakingWhen(RuleCondition::ChargingBegins), true);
+    begins.advance(5000);
+    QCOMPARE(begins.spoken(), QStringList());
+    Simulation charges(speakingWhen(RuleCondition::Charging), true);
+    charges.advance(5000);
+    QCOMPARE(charges.spoken(),
+             QStringList{QStringLiteral("0.0 s  0.00 m  rule 1: Relax yourself")});
+}
+
+void TestDive::timersRunOnTheDivesTime()
+{
+    Simulation simulation({{"depthSamplingRate", 75},
+                           {"timerRule01.condition", static_cast<int>(RuleCondition::DiveBegins)},
+                           {"timerRule01.action", static_cast<int>(RuleAction::Start)}});
+    simulation.advance(9999);
+    simulation.goTo(500);
+    simulation.advance(10000);
+    QCOMPARE(simulation.value(Stopwatch0), 0);
+    simulation.advance(70499);
+    QCOMPARE(simulation.value(Stopwatch0), 60);
+    QCOMPARE(simulation.value(DiveTime), 60);
+}
+
+void TestDive::goingOffTakesNoSample()
+{
+    Simulation simulation;
+    simulation.advance(1999);
+    simulation.goTo(500);
+    const QByteArray before = simulation.memories.bytes(RAM);
+    QVERIFY(simulation.dive.finish().isEmpty());
+    QCOMPARE(simulation.memories.bytes(RAM), before);
+}
+
+void TestDive::timeThatGoesBackChangesNothing()
+{
+    Simulation simulation(speakingWhen(RuleCondition::SwitchesOff));
+    simulation.advance(10000);
+    simulation.goTo(500);
+    simulation.advance(-1);
+    simulation.advance(9000);
+    QCOMPARE(simulation.value(Depth), 0);
+    QCOMPARE(simulation.dive.nextSample(), qint64(11000));
+    simulation.hear(simulation.dive.finish());
+    QCOMPARE(simulation.spoken(),
+             QStringList{QStringLiteral("10.0 s  0.00 m  rule 1: Relax yourself")});
+}
+
+void TestDive::clearedStatisticsBeginAnew()
+{
+    Simulation simulation;
+    simulation.goTo(700);
+    simulation.advance(5000);
+    simulation.memories.clearStatistics();
+    simulation.dive.clearStatistics();
+    simulation.goTo(300);
+    simulation.advance(7000);
+    QCOMPARE(simulation.value(GreatestDepth), 300);
+    QCOMPARE(simulation.value(TotalDiveTime), 2);
+    QCOMPARE(simulation.value(AbsolutePressure + Greatest), 1313);
+}
+
+void TestDive::linesSayWhenAndWhereAndWhy_data()
+{
+    QTest::addColumn<qint64>("time");
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("rule");
+    QTest::addColumn<QString>("line");
+    const auto row = [](const char* name, qint64 time, int depth, int rule, const char* line) {
+        QTest::newRow(name) << time << depth << rule << QString::fromLatin1(line);
+    };
+    row("in the middle", 12000, 502, 3, "12.0 s  5.02 m  rule 3: Depth 5.02 m");
+    row("at the start", 0, 0, 1, "0.0 s  0.00 m  rule 1: Depth 5.02 m");
+    row("tenths", 2466666, 32767, 24, "2466.7 s  327.67 m  rule 24: Depth 5.02 m");
+}
+
+void TestDive::linesSayWhenAndWhereAndWhy()
+{
+    QFETCH(qint64, time);
+    QFETCH(int, depth);
+    QFETCH(int, rule);
+    QFETCH(QString, line);
+    QCOMPARE(spokenLine({time, depth, rule, QStringLiteral("Depth 5.02 m")}), line);
+}
+
+QTEST_GUILESS_MAIN(TestDive)
+#include "test_dive.moc"
