@@ -5,20 +5,6 @@
 
 #include <algorithm>
 
-namespace emulator {
-
-QString spokenLine(const cMySpokenMessage& message)
-{
-    constexpr double second = 1000; // in ms
-    constexpr double metre = 100;   // in cm
-    return QStringLiteral("%1 s  %2 m  rule %3: %4")
-        .arg(QString::number(static_cast<double>(message.time) / second, 'f', 1),
-             QString::number(message.depth / metre, 'f', 2), QString::number(message.rule),
-             message.text);
-}
-
-} // namespace emulator
-
 using namespace emulator;
 
 cMyDive::cMyDive(const cMyMemoryArea& settings, cMyDeviceMemories& memories, bool isCharging)

@@ -11,13 +11,6 @@
 
 class cMyMemoryArea;
 
-namespace emulator {
-
-/// "12.0 s  5.02 m  rule 3: " and what was said.
-[[nodiscard]] QString spokenLine(const cMySpokenMessage& message);
-
-} // namespace emulator
-
 /// One simulation: takes a sample whenever one is due, keeps the measured values in RAM, and has
 /// the rules judge them. Time comes from the caller, in ms since the simulation began.
 class cMyDive

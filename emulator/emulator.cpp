@@ -4,7 +4,7 @@
 #include "emulator/emulator.h"
 
 #include "emulator/deviceunit.h"
-#include "emulator/dive.h"
+#include "emulator/spokenform.h"
 #include "emulator/statefile.h"
 
 #include <QCoreApplication>

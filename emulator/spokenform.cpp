@@ -79,7 +79,7 @@ QString cMySpokenForm::text(const cMyDiveValues& values) const
 
 namespace emulator {
 
-QString line(const cMySpokenMessage& message)
+QString spokenLine(const cMySpokenMessage& message)
 {
     constexpr double milliseconds = 1000; // in a second
     constexpr double centimetres = 100;   // in a metre

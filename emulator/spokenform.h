@@ -46,7 +46,7 @@ private:
 namespace emulator {
 
 /// A spoken message for a person to read: time in s, depth in m, rule and words.
-[[nodiscard]] QString line(const cMySpokenMessage& message);
+[[nodiscard]] QString spokenLine(const cMySpokenMessage& message);
 
 } // namespace emulator
 

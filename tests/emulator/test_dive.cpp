@@ -31,8 +31,6 @@ private slots:
     void goingOffTakesNoSample();
     void timeThatGoesBackChangesNothing();
     void clearedStatisticsBeginAnew();
-    void linesSayWhenAndWhereAndWhy_data();
-    void linesSayWhenAndWhereAndWhy();
 };
 
 namespace {
@@ -256,29 +254,6 @@ void TestDive::clearedStatisticsBeginAnew()
     QCOMPARE(simulation.value(GreatestDepth), 300);
     QCOMPARE(simulation.value(TotalDiveTime), 2);
     QCOMPARE(simulation.value(AbsolutePressure + Greatest), 1313);
-}
-
-void TestDive::linesSayWhenAndWhereAndWhy_data()
-{
-    QTest::addColumn<qint64>("time");
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<int>("rule");
-    QTest::addColumn<QString>("line");
-    const auto row = [](const char* name, qint64 time, int depth, int rule, const char* line) {
-        QTest::newRow(name) << time << depth << rule << QString::fromLatin1(line);
-    };
-    row("in the middle", 12000, 502, 3, "12.0 s  5.02 m  rule 3: Depth 5.02 m");
-    row("at the start", 0, 0, 1, "0.0 s  0.00 m  rule 1: Depth 5.02 m");
-    row("tenths", 2466666, 32767, 24, "2466.7 s  327.67 m  rule 24: Depth 5.02 m");
-}
-
-void TestDive::linesSayWhenAndWhereAndWhy()
-{
-    QFETCH(qint64, time);
-    QFETCH(int, depth);
-    QFETCH(int, rule);
-    QFETCH(QString, line);
-    QCOMPARE(spokenLine({time, depth, rule, QStringLiteral("Depth 5.02 m")}), line);
 }
 
 QTEST_GUILESS_MAIN(TestDive)

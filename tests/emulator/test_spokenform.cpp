@@ -135,8 +135,9 @@ void TestSpokenForm::lines()
     QFETCH(qint64, time);
     QFETCH(int, depth);
     QFETCH(int, rule);
-    QTEST(emulator::line({time, depth, rule, QStringLiteral("Depth 5.02 m")}), "line");
-    QVERIFY(emulator::line({0, 0, 1, QStringLiteral("%1 %3")}).endsWith(QLatin1String("%1 %3")));
+    QTEST(emulator::spokenLine({time, depth, rule, QStringLiteral("Depth 5.02 m")}), "line");
+    QVERIFY(
+        emulator::spokenLine({0, 0, 1, QStringLiteral("%1 %3")}).endsWith(QLatin1String("%1 %3")));
 }
 
 QTEST_GUILESS_MAIN(TestSpokenForm)
