@@ -4,8 +4,7 @@
 #ifndef MIOLKA_TESTS_EMULATOR_DIVETEST_H
 #define MIOLKA_TESTS_EMULATOR_DIVETEST_H
 
-#include "editor/fieldcodec.h"
-#include "image/memoryarea.h"
+#include "tests/emulator/setfield.h"
 #include "tests/support/template.h"
 
 #include <QMetaType>
@@ -27,11 +26,11 @@ public:
     {
         const QByteArray image = templateImage();
         m_area.setData(0, QVector<quint8>(image.cbegin(), image.cend()));
-        put("gravity", 32768);
-        put("temperatureSource", 0);
-        put("fixedTemperature", 50);
+        setField(m_area, QStringLiteral("gravity"), 32768);
+        setField(m_area, QStringLiteral("temperatureSource"), 0);
+        setField(m_area, QStringLiteral("fixedTemperature"), 50);
         for (const auto& [name, number] : changes) {
-            put(name, number);
+            setField(m_area, QString::fromLatin1(name), number);
         }
     }
 
@@ -39,12 +38,6 @@ public:
     [[nodiscard]] QByteArray image() const { return bytesOf(m_area); }
 
 private:
-    void put(const char* name, int number)
-    {
-        const cMySettingsField& field = editor::settingsField(QString::fromLatin1(name));
-        m_area.setData(static_cast<quint32>(field.address), editor::numberBytes(number, field));
-    }
-
     cMyMemoryArea m_area;
 };
 

@@ -4,9 +4,8 @@
 #ifndef MIOLKA_TESTS_EMULATOR_RULEBUILDER_H
 #define MIOLKA_TESTS_EMULATOR_RULEBUILDER_H
 
-#include "editor/fieldcodec.h"
 #include "emulator/diverules.h"
-#include "image/memoryarea.h"
+#include "tests/emulator/setfield.h"
 #include "tests/support/template.h"
 
 #include <QStringList>
@@ -25,9 +24,8 @@ public:
 
     RuleWriter& put(const char* member, int number)
     {
-        const cMySettingsField& field =
-            editor::settingsField(editor::ruleMember(m_kind, m_rule, QString::fromLatin1(member)));
-        m_settings.setData(static_cast<quint32>(field.address), editor::numberBytes(number, field));
+        const QString name = editor::ruleMember(m_kind, m_rule, QString::fromLatin1(member));
+        setField(m_settings, name, number);
         return *this;
     }
 
@@ -73,8 +71,7 @@ public:
 
     RuleBuilder& put(const char* name, int number)
     {
-        const cMySettingsField& field = editor::settingsField(QString::fromLatin1(name));
-        m_settings.setData(static_cast<quint32>(field.address), editor::numberBytes(number, field));
+        setField(m_settings, QString::fromLatin1(name), number);
         return *this;
     }
 

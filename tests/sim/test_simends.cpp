@@ -46,6 +46,14 @@ private:
     static constexpr int linesOfOneCycle =
         simulation::linesToBegin + simulation::linesInCycle + 2; // with the end
 
+    static void anyLine()
+    {
+        QTest::addColumn<int>("line");
+        for (int line = 1; line <= linesOfOneCycle; ++line) {
+            QTest::addRow("line %d", line) << line;
+        }
+    }
+
     static void linesOfEachKind()
     {
         QTest::addColumn<int>("line");
@@ -119,10 +127,7 @@ void TestSimEnds::everyArrivalKeepsItAlive()
 
 void TestSimEnds::vanishingAtAnyLine_data()
 {
-    QTest::addColumn<int>("line");
-    for (int line = 1; line <= linesOfOneCycle; ++line) {
-        QTest::addRow("line %d", line) << line;
-    }
+    anyLine();
 }
 
 void TestSimEnds::vanishingAtAnyLine()
@@ -312,10 +317,7 @@ void TestSimEnds::aBabblingLineIsNotWaitedForForever()
 
 void TestSimEnds::leavingAtAnyLine_data()
 {
-    QTest::addColumn<int>("line");
-    for (int line = 1; line <= linesOfOneCycle; ++line) {
-        QTest::addRow("line %d", line) << line;
-    }
+    anyLine();
 }
 
 void TestSimEnds::leavingAtAnyLine()

@@ -119,10 +119,11 @@ void TestSimLife::endedAtAnyMoment()
     const int threads = entries("/proc/self/task");
     const QSignalSpy told(m_panel.get(), &cMySimWidget::simulationInProgress);
     constexpr int count = 40;
+    // From the moment on for which the line is watched before the first word.
+    unsigned long delay = 40;
     for (int i = 0; i < count; ++i) {
         button("pbStartSim")->click();
-        // Past the moment for which the line is watched before the first word.
-        QThread::usleep(static_cast<unsigned long>(40000 + 1000 * i));
+        QThread::msleep(delay++);
         m_panel->end();
         QVERIFY(isIdle());
         QCOMPARE(told.count(), 2 * (i + 1));
