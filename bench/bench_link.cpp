@@ -105,7 +105,7 @@ void bare(benchmark::State& state, long delay)
     const auto count = static_cast<int>(state.range(0));
     const bench::EchoPeer peer(delay);
     for ([[maybe_unused]] auto iteration : state) {
-        const double seconds = bench::bareExchange(peer.path(), record + "\r\n", count);
+        const double seconds = bench::bareExchange(peer.path(), {record + "\r\n"}, count);
         if (seconds < 0) {
             state.SkipWithError("the line broke");
             return;

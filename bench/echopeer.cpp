@@ -3,6 +3,9 @@
 
 #include "bench/echopeer.h"
 
+#include "image/hexcodec.h"
+
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -14,11 +17,11 @@
 #include <poll.h>
 #include <pty.h>
 #include <sched.h>
+#include <string_view>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
-#include <vector>
 
 namespace bench {
 
@@ -26,7 +29,29 @@ namespace {
 
 using Buffer = std::array<char, 4096>;
 
-[[noreturn]] void echo(int line, long delay)
+/// Fills the record that stands in the text, if it is one of values, with the next numbers.
+void countUp(Buffer& text, std::size_t size)
+{
+    constexpr int valuesSize = 16;
+    static quint8 number = 0;
+    cMyRecordFields fields;
+    const auto fault = image::decodeRecord(std::string_view(text.data(), size), fields);
+    if (fault != image::RecordFault::None || fields.size != valuesSize) {
+        return;
+    }
+    ++number;
+    fields.data.fill(number);
+    cMyRecordLine line;
+    line.count = valuesSize;
+    line.offset = fields.offset;
+    line.type = fields.type;
+    line.payload = fields.data.data();
+    line.payloadSize = valuesSize;
+    line.checksum = image::recordChecksum(line.offset, line.type, 0, line.payload, valuesSize);
+    image::encodeRecord(line, text.data());
+}
+
+[[noreturn]] void echo(int line, long delay, Values values)
 {
     constexpr long nanosecondsEach = 1000;
     prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -47,6 +72,9 @@ using Buffer = std::array<char, 4096>;
             const timespec pause{0, delay * nanosecondsEach};
             nanosleep(&pause, nullptr);
         }
+        if (values == Values::Counted) {
+            countUp(buffer, size);
+        }
         if (write(line, buffer.data(), size) < 0) {
             std::_Exit(EXIT_FAILURE);
         }
@@ -56,7 +84,7 @@ using Buffer = std::array<char, 4096>;
 
 } // namespace
 
-EchoPeer::EchoPeer(long delay)
+EchoPeer::EchoPeer(long delay, Values values)
 {
     termios settings{};
     cfmakeraw(&settings);
@@ -69,7 +97,7 @@ EchoPeer::EchoPeer(long delay)
     m_process = fork();
     if (m_process == 0) {
         close(m_slave);
-        echo(m_master, delay);
+        echo(m_master, delay, values);
     }
 }
 
@@ -115,26 +143,42 @@ void pinTo(unsigned processor)
     sched_setaffinity(0, sizeof processors, &processors);
 }
 
-double bareExchange(const std::string& path, const std::string& line, int count)
+namespace {
+
+/// Writes one line and waits for its answer; false if the line broke.
+bool exchange(int port, const std::string& line)
+{
+    if (write(port, line.data(), line.size()) != static_cast<ssize_t>(line.size())) {
+        return false;
+    }
+    static Buffer buffer{};
+    std::size_t size = 0;
+    while (size == 0 || buffer.at(size - 1) != '\n') {
+        pollfd ready{port, POLLIN, 0};
+        poll(&ready, 1, -1);
+        const auto got = read(port, std::next(buffer.data(), static_cast<std::ptrdiff_t>(size)),
+                              buffer.size() - size);
+        if (got <= 0) {
+            return false;
+        }
+        size += static_cast<std::size_t>(got);
+    }
+    return true;
+}
+
+} // namespace
+
+double bareExchange(const std::string& path, const std::vector<std::string>& lines, int count)
 {
     const int port = open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
     termios settings{};
     cfmakeraw(&settings);
     tcsetattr(port, TCSANOW, &settings);
-    Buffer buffer{};
     const auto start = std::chrono::steady_clock::now();
     bool isRight = port >= 0;
     for (int i = 0; i < count && isRight; ++i) {
-        isRight = write(port, line.data(), line.size()) == static_cast<ssize_t>(line.size());
-        std::size_t size = 0;
-        while (isRight && (size == 0 || buffer.at(size - 1) != '\n')) {
-            pollfd ready{port, POLLIN, 0};
-            poll(&ready, 1, -1);
-            const auto got = read(port, std::next(buffer.data(), static_cast<std::ptrdiff_t>(size)),
-                                  buffer.size() - size);
-            isRight = got > 0;
-            size += isRight ? static_cast<std::size_t>(got) : 0;
-        }
+        isRight = std::all_of(lines.cbegin(), lines.cend(),
+                              [port](const std::string& line) { return exchange(port, line); });
     }
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     close(port);

@@ -6,16 +6,23 @@
 
 #include <string>
 #include <sys/types.h>
+#include <vector>
 
 namespace bench {
 
-/// A process that answers every line on a pseudo-terminal with that line, on a processor of its
-/// own where there is one.
+/// What a peer answers to a record of 16 bytes; every other line it answers with that line.
+enum class Values {
+    Same,    ///< the record itself
+    Counted, ///< other numbers each time
+};
+
+/// A process that answers every line on a pseudo-terminal, on a processor of its own where there
+/// is one.
 class EchoPeer
 {
 public:
     /// Each answer comes that many microseconds after its line.
-    explicit EchoPeer(long delay);
+    explicit EchoPeer(long delay, Values values = Values::Same);
     ~EchoPeer();
     EchoPeer(const EchoPeer&) = delete;
     EchoPeer& operator=(const EchoPeer&) = delete;
@@ -32,12 +39,13 @@ private:
     pid_t m_process = -1;
 };
 
-/// Ties this process to one processor, counted from 0.
+/// Ties the calling thread, and those that it starts from then on, to one processor, counted from
+/// 0.
 void pinTo(unsigned processor);
 
-/// What writing count lines costs without any framework: a line is written and its answer polled
-/// for, again and again. In seconds; negative if the line broke.
-double bareExchange(const std::string& path, const std::string& line, int count);
+/// What writing lines costs without any framework: each is written and its answer polled for, and
+/// all of them count times. In seconds; negative if the line broke.
+double bareExchange(const std::string& path, const std::vector<std::string>& lines, int count);
 
 } // namespace bench
 

@@ -3,10 +3,13 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Prints the medians of benchmark results as tables, with ratios.
 
-Usage: table.py RECORDS.json START.json REFRESH.json LINK.json LINK_ONCE.json BYTES_PER_LINE
+Usage: table.py RECORDS.json START.json REFRESH.json SIM.json LINK.json LINK_ONCE.json
+                BYTES_PER_LINE
 """
 import json
 import sys
+
+LINES_OF_CYCLE = 17  # that the simulation exchanges with the device
 
 
 def medians(path, aggregate='median'):
@@ -61,8 +64,34 @@ def print_link(link, longest, single, cpus, bytes_per_line):
           f'ratio to 400 B {int(bytes_per_line) / 400:.2f}')
 
 
+def print_sim(sim, cpus):
+    print(f'\nSimulation over a pseudo-terminal, time for each cycle of {LINES_OF_CYCLE} lines, '
+          f'median of {sim["bare/now/2000"]["repetitions"]}')
+    print(f'{"":34}{"time":>12}{"ratio":>8}{"goal":>8}{"processor, each line":>24}')
+    for name, caption, bare, goal in (
+            ('bare/now/2000', 'bare loop, answered at once', None, None),
+            ('alone/now/2000', 'worker', 'bare/now/2000', 1.15),
+            ('shown/now/2000', 'worker and its page', 'bare/now/2000', 1.15),
+            ('bare/slow/100', 'bare loop, answered after 1 ms', None, None),
+            ('alone/slow/100', 'worker', 'bare/slow/100', 1.05),
+            ('shown/slow/100', 'worker and its page', 'bare/slow/100', 1.05)):
+        result = sim[name]
+        row = f'{caption:34}{result["real_time"]:>9.0f} us'
+        row += f'{result["real_time"] / sim[bare]["real_time"]:>8.2f}{goal:>8.2f}' if bare \
+            else ' ' * 16
+        print(row + f'{result["processor_us"] / LINES_OF_CYCLE:>21.1f} us')
+    for name, caption in (('shown/now/2000', 'answered at once'),
+                          ('shown/slow/100', 'answered after 1 ms')):
+        print(f'{"Processor for the page, each cycle, " + caption:57}'
+              f'{sim[name]["window_us"]:>6.0f} us')
+    where = ('the worker and the peer on a processor each, the window on '
+             + ('a third' if cpus > 2 else 'that of the worker')) if cpus > 1 \
+        else 'all on the one processor that there is'
+    print(f'ratio: to the bare loop with the same lines and peer; {where}')
+
+
 def main():
-    records, start, refresh, link = (medians(path) for path in sys.argv[1:5])
+    records, start, refresh, sim, link = (medians(path) for path in sys.argv[1:6])
     repetitions = next(iter(records.values()))['repetitions']
 
     print(f'\nRecords: 500,000 of 16 bytes, 22 MB of text, whole processes, '
@@ -95,8 +124,9 @@ def main():
         time = refresh[name]['real_time'] / count
         print(f'{caption:20}{time:>10.0f} us   ratio to 1 ms {time / 1000:.2f}')
 
-    print_link(link, medians(sys.argv[4], 'max'), once(sys.argv[5]), processors(sys.argv[4]),
-               sys.argv[6])
+    print_sim(sim, processors(sys.argv[4]))
+    print_link(link, medians(sys.argv[5], 'max'), once(sys.argv[6]), processors(sys.argv[5]),
+               sys.argv[7])
 
 
 main()

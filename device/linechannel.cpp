@@ -46,6 +46,7 @@ void cMyLineChannel::settle(QSerialPort& port)
 bool cMyLineChannel::exchange(QSerialPort& port, const QString& line, QString& reply)
 {
     port.write(line.toLatin1());
+    port.flush();
     m_end.setRemainingTime(answerPatience);
     do {
         if (const auto answer = takeAnswer()) {
