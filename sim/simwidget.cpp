@@ -11,6 +11,8 @@
 #include <QPainter>
 #include <QStyleOption>
 
+#include <limits>
+
 namespace {
 
 /// A value label: which of the device's records its number comes from, and where in it.
@@ -233,14 +235,16 @@ void cMySimWidget::paintEvent(QPaintEvent* /*event*/)
 void cMySimWidget::enlargeValues()
 {
     constexpr double scale = 1.6;
-    const QString widest = QStringLiteral("-000.00 m/s");
+    constexpr int widestNumber = std::numeric_limits<qint16>::min();
     for (const ShownValue& shown : shownValues) {
         QLabel* label = (*ui).*(shown.label);
         QFont font = label->font();
         font.setPointSizeF(font.pointSizeF() * scale);
         label->setFont(font);
-        // Numbers that come and go must not move what stands beside them.
-        label->setMinimumWidth(label->fontMetrics().horizontalAdvance(widest));
+        // Numbers that come and go must not have the page laid out anew in each cycle.
+        const QString widest = valueText(widestNumber, shown);
+        label->setFixedSize(label->fontMetrics().horizontalAdvance(widest),
+                            label->sizeHint().height());
     }
 }
 

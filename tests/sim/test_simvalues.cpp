@@ -144,6 +144,8 @@ void TestSimValues::valuesAreShown()
         bytes[each.offset + 1] = static_cast<unsigned char>(stored >> 8);
         m_panel->updateSimValues(block(each.record, bytes));
         QCOMPARE(text(each.label), (each.isHundredths ? hundredths : whole) + each.unit);
+        const auto* label = child<QLabel>(each.label);
+        QVERIFY(label->fontMetrics().horizontalAdvance(label->text()) <= label->width());
     }
     QLocale::setDefault(before);
 }
