@@ -131,6 +131,7 @@ bool cMyDiveRules::speaks(MessageRule& rule, const cMyDiveMoment& moment) const
     cMyRepetitionStep step;
     step.begins = occasion && occasion != rule.rule.occasion;
     step.isTrue = occasion && rule.rule.comparison.isTrue(moment.values);
+    step.diveBegins = moment.diveBegins;
     step.time = moment.time;
     step.depthBefore = m_depth;
     step.depth = moment.values[emulator::Depth];

@@ -50,20 +50,14 @@ bool cMyRepetition::speaks(const cMyRepetitionStep& step)
 {
     if (step.begins) {
         m_hasSpoken = false;
-        m_mark = 0;
+    }
+    if (m_kind == Kind::Distance) {
+        return speaksOnTheWay(step);
     }
     if (!step.isTrue) {
         return false;
     }
-    switch (m_kind) {
-    case Kind::Period:
-        return speaksAgain(step.time);
-    case Kind::Distance:
-        return speaksOnTheWay(step.depthBefore, step.depth);
-    case Kind::Once:
-        break;
-    }
-    return speaksOnce();
+    return m_kind == Kind::Period ? speaksAgain(step.time) : speaksOnce();
 }
 
 bool cMyRepetition::speaksOnce()
@@ -82,11 +76,16 @@ bool cMyRepetition::speaksAgain(qint64 time)
     return true;
 }
 
-bool cMyRepetition::speaksOnTheWay(int from, int to)
+bool cMyRepetition::speaksOnTheWay(const cMyRepetitionStep& step)
 {
     if (m_distance <= 0) {
         return false;
     }
+    if (step.begins || step.diveBegins) {
+        m_mark = 0;
+    }
+    const int from = step.depthBefore;
+    const int to = step.depth;
     const auto markAbove = [this](int depth) {
         return std::max(depth, 0) / m_distance;
     };
@@ -101,6 +100,6 @@ bool cMyRepetition::speaksOnTheWay(int from, int to)
     if (!crosses || (first == last && last == m_mark)) {
         return false;
     }
-    m_mark = last;
-    return true;
+    m_mark = step.isTrue ? last : 0;
+    return step.isTrue;
 }

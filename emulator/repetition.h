@@ -13,11 +13,12 @@ class cMyMemoryArea;
 /// How one message rule stands at a sample.
 struct cMyRepetitionStep
 {
-    bool begins = false; ///< the condition holds, and did not hold just before
-    bool isTrue = false; ///< condition and comparison hold
-    qint64 time = 0;     ///< in ms since the simulation began
-    int depthBefore = 0; ///< in cm, at the sample before
-    int depth = 0;       ///< in cm
+    bool begins = false;     ///< the condition holds, and did not hold just before
+    bool isTrue = false;     ///< condition and comparison hold
+    bool diveBegins = false; ///< with this sample
+    qint64 time = 0;         ///< in ms since the simulation began
+    int depthBefore = 0;     ///< in cm, at the sample before
+    int depth = 0;           ///< in cm
 };
 
 /// How often a message rule speaks while it is true. For any one thread.
@@ -36,14 +37,14 @@ private:
 
     [[nodiscard]] bool speaksOnce();
     [[nodiscard]] bool speaksAgain(qint64 time);
-    [[nodiscard]] bool speaksOnTheWay(int from, int to);
+    [[nodiscard]] bool speaksOnTheWay(const cMyRepetitionStep& step);
 
     Kind m_kind = Kind::Once;
     qint64 m_period = 0;              ///< in ms
     int m_distance = 0;               ///< in cm
     bool m_hasSpoken = false;         ///< since the condition began
     std::optional<qint64> m_spokenAt; ///< in ms
-    int m_mark = 0; ///< the last depth spoken at, in distances; 0 if there is none
+    int m_mark = 0; ///< spoken at and none met since, in distances; 0 if there is none
 };
 
 #endif

@@ -23,6 +23,8 @@ private slots:
     void distancesOfADescent();
     void marksMissedAreNotMadeUpFor();
     void marksBesideTheLastOneCount();
+    void marksMetInSilenceCount();
+    void marksAreForgottenBetweenDives_data();
     void marksAreForgottenBetweenDives();
     void thresholds_data();
     void thresholds();
@@ -254,11 +256,30 @@ void TestDiveRules::marksBesideTheLastOneCount()
     QCOMPARE(dive.said(), QStringLiteral("1@0 1@2000"));
 }
 
-void TestDiveRules::marksAreForgottenBetweenDives()
+void TestDiveRules::marksMetInSilenceCount()
 {
     RuleBuilder builder;
+    builder.put("distanceE", 500);
+    builder.messageRule(1).when(underwater).atMost(depth, 700).says(depth).repeats(5);
+    ScriptedDive dive(builder);
+    startDive(dive);
+    follow(dive, {100, 510, 1010, 1510, 990, 690, 490, 510, 490});
+    QCOMPARE(dive.said(), QStringLiteral("1@1000 1@6000"));
+}
+
+void TestDiveRules::marksAreForgottenBetweenDives_data()
+{
+    QTest::addColumn<int>("condition");
+    QTest::newRow("underwater") << underwater;
+    QTest::newRow("anytime") << anytime;
+}
+
+void TestDiveRules::marksAreForgottenBetweenDives()
+{
+    QFETCH(int, condition);
+    RuleBuilder builder;
     builder.put("distanceE", 1000);
-    builder.messageRule(1).when(underwater).says(depth).repeats(5);
+    builder.messageRule(1).when(condition).says(depth).repeats(5);
     ScriptedDive dive(builder);
     startDive(dive);
     follow(dive, {900, 1100, 900, 1100, 0});
