@@ -29,6 +29,7 @@ private slots:
     void aChargerThatWasThereBeforeDoesNotBegin();
     void timersRunOnTheDivesTime();
     void goingOffTakesNoSample();
+    void timersRunUntilTheDeviceGoesOff();
     void timeThatGoesBackChangesNothing();
     void clearedStatisticsBeginAnew();
 };
@@ -226,6 +227,20 @@ void TestDive::goingOffTakesNoSample()
     const QByteArray before = simulation.memories.bytes(RAM);
     QVERIFY(simulation.dive.finish().isEmpty());
     QCOMPARE(simulation.memories.bytes(RAM), before);
+}
+
+void TestDive::timersRunUntilTheDeviceGoesOff()
+{
+    Changes changes = speakingWhen(RuleCondition::SwitchesOff);
+    changes += {{"depthSamplingRate", 255}, // 1.7 s, the last of which is at 3.4 s
+                {"messageRule01.message", Stopwatch0},
+                {"timerRule01.condition", static_cast<int>(RuleCondition::SwitchesOn)},
+                {"timerRule01.action", static_cast<int>(RuleAction::Start)}};
+    Simulation simulation(changes);
+    simulation.advance(5000);
+    QCOMPARE(simulation.value(Stopwatch0), 3);
+    simulation.hear(simulation.dive.finish());
+    QCOMPARE(simulation.spoken(), QStringList{QStringLiteral("5.0 s  0.00 m  rule 1: 5")});
 }
 
 void TestDive::timeThatGoesBackChangesNothing()

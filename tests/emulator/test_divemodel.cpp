@@ -29,6 +29,7 @@ private slots:
     void divesBeginAndEndAtTheirThresholds_data();
     void divesBeginAndEndAtTheirThresholds();
     void aDiveBeginsAtTheDepthThatItShows();
+    void theWaterOfTheLastDiveStaysOnTheSurface();
     void phasesFollowTheSpeed_data();
     void phasesFollowTheSpeed();
     void nothingDriftsOverTenThousandSamples();
@@ -203,6 +204,19 @@ void TestDiveModel::aDiveBeginsAtTheDepthThatItShows()
     session.dive(102);
     QCOMPARE(session.value(Depth), 100);
     QVERIFY(session.last.diveBegins);
+}
+
+void TestDiveModel::theWaterOfTheLastDiveStaysOnTheSurface()
+{
+    // 252 mbar are 245.2 cm of sea water at 5 degrees and 246.3 at 25.
+    Session session{
+        DiveSettings({{"salinity", 35}, {"temperatureSource", 1}, {"diveThreshold", 255}})};
+    session.set(Temperature, 50);
+    session.dive({0, 500, 0});
+    session.set(Temperature, 250);
+    session.dive(252);
+    QVERIFY(!session.last.isUnderwater);
+    QCOMPARE(session.value(Depth), 245);
 }
 
 void TestDiveModel::phasesFollowTheSpeed_data()

@@ -39,6 +39,7 @@ private slots:
     void whatIsSaidMayEndTheSimulation();
     void theFirstThingSaidMayEndTheSimulation();
     void divesGoOnBetweenLines();
+    void theDeviceSleepsUntilTheNextSample();
     void divesHaveAClockOfTheirOwn();
 };
 
@@ -340,6 +341,13 @@ void TestDivingDevice::divesGoOnBetweenLines()
     QTRY_COMPARE(session.device.value(DiveTime), qint16(59));
     session.now += 60000;
     QTRY_COMPARE(session.device.value(DiveTime), qint16(119));
+}
+
+void TestDivingDevice::theDeviceSleepsUntilTheNextSample()
+{
+    Session session({{"depthSamplingRate", 255}});
+    session.simulate();
+    QCOMPARE(session.device.findChild<QTimer*>()->interval(), 1700);
 }
 
 void TestDivingDevice::divesHaveAClockOfTheirOwn()
