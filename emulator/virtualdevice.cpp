@@ -79,6 +79,12 @@ std::optional<quint16> upperAddress(const QByteArray& text)
     return checksum == fields->checksum ? std::make_optional(segment) : std::nullopt;
 }
 
+/// What is measured once nobody simulates another pressure any more.
+void surface(cMyDeviceMemories& memories)
+{
+    memories.setValue(emulator::AbsolutePressure, memories.value(emulator::AtmosphericPressure));
+}
+
 } // namespace
 
 cMyVirtualDevice::cMyVirtualDevice(QObject* parent) : QObject(parent), m_timer(new QTimer(this))
@@ -110,6 +116,15 @@ QByteArray cMyVirtualDevice::answer(const QByteArray& line)
 bool cMyVirtualDevice::setMemory(MemoryType area, const QByteArray& bytes)
 {
     return m_memories.setBytes(area, bytes);
+}
+
+cMyDeviceMemories cMyVirtualDevice::memories() const
+{
+    cMyDeviceMemories memories = m_memories;
+    if (isSimulating()) {
+        surface(memories);
+    }
+    return memories;
 }
 
 bool cMyVirtualDevice::loadSettings(const QString& path)
@@ -204,8 +219,7 @@ void cMyVirtualDevice::endSimulation()
     m_timer->stop();
     const QVector<cMySpokenMessage> last = m_dive->finish();
     m_dive.reset();
-    m_memories.setValue(emulator::AbsolutePressure,
-                        m_memories.value(emulator::AtmosphericPressure));
+    surface(m_memories);
     speak(last);
 }
 

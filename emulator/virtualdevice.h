@@ -44,8 +44,9 @@ public:
     /// the memory's size.
     bool setMemory(MemoryType area, const QByteArray& bytes);
 
-    /// All memories at once, as kept in a state file.
-    [[nodiscard]] cMyDeviceMemories memories() const { return m_memories; }
+    /// All memories at once, as kept in a state file: those that a simulation would leave if it
+    /// ended now.
+    [[nodiscard]] cMyDeviceMemories memories() const;
     void setMemories(const cMyDeviceMemories& memories) { m_memories = memories; }
 
     /// A measured value in RAM by its number, in the value's own unit.

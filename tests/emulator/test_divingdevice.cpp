@@ -32,6 +32,7 @@ private slots:
     void whatEndsASimulationSpeaksOfIt_data();
     void whatEndsASimulationSpeaksOfIt();
     void anUnpluggedDeviceDivesOn();
+    void whatIsKeptOfADiveLiesAtTheSurface();
     void aNewSimulationContinuesTheStatistics();
     void clearingInADiveEndsItAtTheSurface();
     void aSampleNoticesAChargerThatCameBeforeIt();
@@ -236,6 +237,19 @@ void TestDivingDevice::anUnpluggedDeviceDivesOn()
     QVERIFY(session.device.isSimulating());
     session.device.plugged();
     QCOMPARE(session.device.value(DiveTime), qint16(4));
+}
+
+void TestDivingDevice::whatIsKeptOfADiveLiesAtTheSurface()
+{
+    Session session;
+    session.simulate();
+    session.write(2500);
+    session.now += 5000;
+    ask(session.device, "#RAM");
+    const cMyDeviceMemories kept = session.device.memories();
+    QCOMPARE(kept.value(AbsolutePressure), qint16(1013));
+    QCOMPARE(kept.value(GreatestDepth), qint16(2500));
+    QCOMPARE(session.device.value(AbsolutePressure), qint16(3513));
 }
 
 void TestDivingDevice::aNewSimulationContinuesTheStatistics()
