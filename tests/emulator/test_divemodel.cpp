@@ -170,6 +170,7 @@ void TestDiveModel::divesBeginAndEndAtTheirThresholds_data()
         "-BddEB");
     row("other thresholds", {{"diveThreshold", 255}, {"surfacingThreshold", 5}},
         {0, 254, 255, 5, 4, 254}, "--BdE-");
+    row("no thresholds", {{"diveThreshold", 0}, {"surfacingThreshold", 0}}, {0, 500, 0, 0}, "Bddd");
 }
 
 void TestDiveModel::divesBeginAndEndAtTheirThresholds()
