@@ -3,6 +3,7 @@
 
 #include "tests/endtoend/divework.h"
 
+#include "tests/endtoend/exchanges.h"
 #include "tests/endtoend/session.h"
 
 #include <algorithm>
@@ -153,6 +154,37 @@ QString waitForDepth(Session& session, double depth, bool isDescent)
         return isDescent ? shown >= depth : shown <= depth;
     });
     return isThere ? QString() : QStringLiteral("the depth stays at ") + session.text(label);
+}
+
+QString checkLock(Session& session, bool isLocked)
+{
+    // Who cannot reach a menu or the tool bar has none of the actions either.
+    for (const char* widget :
+         {"menuBar", "mainToolBar", "tabStart", "tabTimery", "tabKomunikaty", "portSelect"}) {
+        const QString name = QString::fromLatin1(widget);
+        if (session.isEnabled(name) != std::make_optional(!isLocked)) {
+            return name +
+                   (isLocked ? QStringLiteral(" is not locked") : QStringLiteral(" is not free"));
+        }
+    }
+    return {};
+}
+
+QString returnToStartPage(Session& session)
+{
+    constexpr int startPage = 0;
+    DiveLog log(session);
+    if (!session.page(startPage)) {
+        return session.error();
+    }
+    const int wanted = linesOf(Operation::Status);
+    session.waitFor([&] {
+        log.update();
+        return log.sent().size() >= wanted && log.isAnswered();
+    });
+    return log.sent().size() == wanted
+               ? QString()
+               : QStringLiteral("%1 lines were sent for the status").arg(log.sent().size());
 }
 
 QString diveShortly(Session& session)

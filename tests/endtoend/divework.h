@@ -53,6 +53,12 @@ struct MessageRule
 /// Waits until the page shows a depth in m that is at least, or at most, so much.
 [[nodiscard]] QString waitForDepth(Session& session, double depth, bool isDescent);
 
+/// Whether all that must not touch the device meanwhile is locked, or free, as asked for.
+[[nodiscard]] QString checkLock(Session& session, bool isLocked);
+
+/// Opens the start page, which has to ask for the status once.
+[[nodiscard]] QString returnToStartPage(Session& session);
+
 /// Makes one that has a cycle or two, and nothing else.
 [[nodiscard]] QString diveShortly(Session& session);
 
