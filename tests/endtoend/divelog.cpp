@@ -84,10 +84,9 @@ void DiveLog::takeAnswer(const QString& answer)
         m_nextRecord = 0;
         return;
     }
-    constexpr int inRecord = recordSize / 2;
-    for (int i = 0; i < inRecord; ++i) {
-        m_values.at(static_cast<std::size_t>(inRecord * m_nextRecord + i)) =
-            signedWord(answer, 2 * i);
+    std::size_t number = static_cast<std::size_t>(m_nextRecord) * recordSize / 2;
+    for (int byte = 0; byte < recordSize; byte += 2) {
+        m_values.at(number++) = signedWord(answer, byte);
     }
     if (++m_nextRecord == recordCount) {
         m_cycles += m_values;

@@ -104,9 +104,10 @@ QString Soak::prepare()
 QString Soak::simulate()
 {
     constexpr int unplugChance = 3;
-    constexpr int mostLatency = 3;
+    constexpr int leastLatency = 1; // or the trace would get long
+    constexpr int latencies = 3;
     constexpr int mostDisturbances = 15;
-    if (!m_session.latency(any(mostLatency))) {
+    if (!m_session.latency(leastLatency + any(latencies))) {
         return m_session.error();
     }
     ++m_simulations;
@@ -164,7 +165,6 @@ QString Soak::disturb()
     default:
         rest(any(longestRest));
     }
-    // A device that told nothing of use ends it; none does here.
     return isDone ? QString() : m_session.error();
 }
 
@@ -190,14 +190,14 @@ QString Soak::unplug()
     if (!m_session.unplug()) {
         return m_session.error();
     }
-    const QString error = support::closeErrorBox(m_session);
+    QString error = support::closeErrorBox(m_session);
     return error.isEmpty() ? support::waitForNoDevice(m_session) : error;
 }
 
 QString Soak::plugIn()
 {
     support::DiveLog log(m_session);
-    const QString error = support::plugIn(m_session);
+    QString error = support::plugIn(m_session);
     if (!error.isEmpty()) {
         return error;
     }
@@ -220,9 +220,9 @@ QString Soak::takeSample(const char* name)
     // Between simulations, with the port where a status query leaves it.
     const bool isIdle = m_session.waitFor([this] { return support::isIdle(m_session); });
     m_isHasty = false;
-    const QString error = isIdle && m_session.page(simulationPage)
-                              ? support::returnToStartPage(m_session)
-                              : QStringLiteral("the page is not idle");
+    QString error = isIdle && m_session.page(simulationPage)
+                        ? support::returnToStartPage(m_session)
+                        : QStringLiteral("the page is not idle");
     if (!error.isEmpty()) {
         return error;
     }

@@ -160,7 +160,7 @@ QString TestSimulationFaults::waitForSurrender()
 QString TestSimulationFaults::waitForLoss()
 {
     m_outcome = QStringLiteral("one error box");
-    const QString error = support::closeErrorBox(*m_session);
+    QString error = support::closeErrorBox(*m_session);
     if (!error.isEmpty()) {
         return error;
     }
@@ -170,19 +170,16 @@ QString TestSimulationFaults::waitForLoss()
 
 QString TestSimulationFaults::recover(End end)
 {
+    QString error;
     if (end == End::Loss) {
         m_sentSincePlugged = std::make_unique<SentLines>(*m_session);
-        const QString error = support::plugInAndSettle(*m_session);
-        if (!error.isEmpty()) {
-            return error;
-        }
+        error = support::plugInAndSettle(*m_session);
     } else {
-        const QString error = support::returnToStartPage(*m_session);
-        if (!error.isEmpty()) {
-            return error;
-        }
+        error = support::returnToStartPage(*m_session);
     }
-    QString error = support::waitForStatus(*m_session);
+    if (error.isEmpty()) {
+        error = support::waitForStatus(*m_session);
+    }
     if (error.isEmpty()) {
         error = support::exchangeEverything(*m_session);
     }
