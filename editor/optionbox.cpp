@@ -103,8 +103,20 @@ void cMyOptionBox::paintArrow(QStylePainter& painter, const QRect& within,
     arrow.rect =
         QRect(within.right() + 1 - arrowSize, (height() - arrowSize) / 2, arrowSize, arrowSize);
     arrow.rect = QStyle::visualRect(layoutDirection(), rect(), arrow.rect);
-    arrow.palette.setColor(QPalette::ButtonText, editor::quietColor(palette()));
+    arrow.palette = arrowPalette();
     painter.drawPrimitive(QStyle::PE_IndicatorArrowDown, arrow);
+}
+
+const QPalette& cMyOptionBox::arrowPalette()
+{
+    // Styles keep what they have drawn by the palette's key, and a changed palette has a new one:
+    // one that was changed for each painting would fill their cache.
+    if (m_arrowPaletteSource != palette().cacheKey()) {
+        m_arrowPaletteSource = palette().cacheKey();
+        m_arrowPalette = palette();
+        m_arrowPalette.setColor(QPalette::ButtonText, editor::quietColor(palette()));
+    }
+    return m_arrowPalette;
 }
 
 QString cMyOptionBox::toolTipText() const

@@ -13,9 +13,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
+#include <QProxyStyle>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
+#include <QStyleOption>
 #include <QTabWidget>
 #include <QTextDocument>
 #include <QToolTip>
@@ -44,6 +46,7 @@ private slots:
     void headingsStandOverTheirColumns();
     void headingsStayWhenTheRowsScroll();
     void inputsOfAFormHaveOneWidth();
+    void arrowsAreDrawnOnceForEachPalette();
 
 private:
     void show(int page)
@@ -391,6 +394,47 @@ void TestLook::inputsOfAFormHaveOneWidth()
     }
     const auto [narrowest, widest] = std::minmax_element(intervals.begin(), intervals.end());
     QVERIFY(*widest - *narrowest <= 1); // an odd pixel goes to one of two columns
+}
+
+/// Notes the key of the palette that arrows are drawn by; styles keep their pictures by it.
+class ArrowWatch : public QProxyStyle
+{
+public:
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        if (element == PE_IndicatorArrowDown) {
+            m_keys.append(option->palette.cacheKey());
+        }
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+
+    /// Forgets them.
+    QVector<qint64> takeKeys() { return std::exchange(m_keys, {}); }
+
+private:
+    mutable QVector<qint64> m_keys;
+};
+
+void TestLook::arrowsAreDrawnOnceForEachPalette()
+{
+    auto* style = new ArrowWatch;
+    style->setParent(m_window.get()); // which has it longer than the inputs
+    auto* box = child<QComboBox>(*m_window, "par01Cb1");
+    box->setStyle(style);
+    show(2);
+    style->takeKeys();
+    const auto keyOfTwoPaintings = [&] {
+        box->grab();
+        box->grab();
+        const QVector<qint64> keys = style->takeKeys();
+        return keys.size() == 2 && keys.first() == keys.last() ? keys.first() : 0;
+    };
+    const qint64 before = keyOfTwoPaintings();
+    QVERIFY(before != 0);
+    box->setPalette(darkPalette());
+    const qint64 after = keyOfTwoPaintings();
+    QVERIFY(after != 0 && after != before);
 }
 
 MIOLKA_GUI_TEST_MAIN(TestLook)

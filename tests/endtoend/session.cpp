@@ -119,7 +119,7 @@ void Session::start(const SessionOptions& options)
             return;
         }
         command << QStringLiteral(MIOLKA_EMULATOR) << QStringLiteral("--control") << fifo
-                << QStringLiteral("--trace") << path(traceName) << options.emulatorOptions
+                << QStringLiteral("--trace") << tracePath() << options.emulatorOptions
                 << QStringLiteral("--");
     }
     command << QStringLiteral(MIOLKA_PROGRAM) << options.arguments;
@@ -246,9 +246,14 @@ bool Session::latency(int milliseconds)
     return control(QStringLiteral("latency %1").arg(milliseconds));
 }
 
+QString Session::tracePath() const
+{
+    return path(traceName);
+}
+
 QStringList Session::trace() const
 {
-    QStringList lines = QString::fromLatin1(contents(path(traceName))).split(QLatin1Char('\n'));
+    QStringList lines = QString::fromLatin1(contents(tracePath())).split(QLatin1Char('\n'));
     lines.removeLast(); // not ended yet
     return lines;
 }

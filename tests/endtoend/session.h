@@ -90,7 +90,8 @@ public:
     bool chooseText(const QString& name, const QString& itemText);
     bool type(const QString& name, const QString& text);
     bool setValue(const QString& name, double value);
-    bool press(const QString& key);
+    /// To what has the keyboard, or to the widget with that name.
+    bool press(const QString& key, const QString& name = {});
     bool page(int index);
     /// Presses the dialog's button with that name of Qt's, for example "Yes"; or "escape".
     bool answer(const QString& button);
@@ -122,6 +123,8 @@ public:
 
     /// Complete lines of what went over the wire.
     [[nodiscard]] QStringList trace() const;
+    /// Where they lie, for what is too long to be read as a whole again and again.
+    [[nodiscard]] QString tracePath() const;
     /// What program and emulator wrote to their error output.
     [[nodiscard]] QString logged() const;
     /// The path of a file in the session's own directory.

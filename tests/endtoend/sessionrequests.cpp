@@ -95,10 +95,14 @@ bool Session::setValue(const QString& name, double value)
         .has_value();
 }
 
-bool Session::press(const QString& key)
+bool Session::press(const QString& key, const QString& name)
 {
-    return ask({{QStringLiteral("request"), QStringLiteral("key")}, {QStringLiteral("key"), key}})
-        .has_value();
+    QJsonObject request{{QStringLiteral("request"), QStringLiteral("key")},
+                        {QStringLiteral("key"), key}};
+    if (!name.isEmpty()) {
+        request.insert(QStringLiteral("name"), name);
+    }
+    return ask(request).has_value();
 }
 
 bool Session::page(int index)

@@ -1,61 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "tests/endtoend/tour.h"
+
 #include "tests/endtoend/devicework.h"
-#include "tests/endtoend/session.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QTextStream>
-
-#include <array>
-
-/// The way that somebody takes who shows the program with a device: every step is done and looked
-/// at as a person does it, and leaves a picture.
-class Tour
-{
-public:
-    explicit Tour(const QDir& pictures);
-
-    /// Prints a line for each step; false at the first that fails.
-    bool run();
-
-private:
-    struct Outcome
-    {
-        QString seen;
-        QString error;
-    };
-    struct Step
-    {
-        const char* caption;
-        const char* picture; ///< of the end of the step, nullptr for none
-        Outcome (Tour::*take)();
-    };
-
-    static const std::array<Step, 12> steps;
-
-    Outcome startWithoutDevice();
-    Outcome plug();
-    Outcome seeStatus();
-    Outcome openDetails();
-    Outcome closeDetails();
-    Outcome read();
-    Outcome changeRule();
-    Outcome write();
-    Outcome replug();
-    Outcome readBack();
-    Outcome unplug();
-    Outcome close();
-
-    bool photograph(const QString& name);
-    [[nodiscard]] QByteArray contents(const QString& name) const;
-
-    QDir m_pictures;
-    support::Session m_session;
-    int m_number = 0;
-};
 
 namespace {
 
@@ -87,7 +39,7 @@ QByteArray readAll(const QString& path)
 
 } // namespace
 
-const std::array<Tour::Step, 12> Tour::steps = {{
+const std::array<Tour::Step, 17> Tour::steps = {{
     {"start without a device", "no-device", &Tour::startWithoutDevice},
     {"plug a device in", nullptr, &Tour::plug},
     {"see its status", "status", &Tour::seeStatus},
@@ -95,9 +47,14 @@ const std::array<Tour::Step, 12> Tour::steps = {{
     {"close them", nullptr, &Tour::closeDetails},
     {"read its settings", "settings-read", &Tour::read},
     {"change a message rule", "rule-changed", &Tour::changeRule},
+    {"let it speak in a dive", "rules-for-dive", &Tour::prepareDive},
     {"write the settings to the device", nullptr, &Tour::write},
     {"unplug it and plug it in again", nullptr, &Tour::replug},
     {"read the settings back", "read-back", &Tour::readBack},
+    {"dive down", "descending", &Tour::descend},
+    {"stop there", "stopped", &Tour::stop},
+    {"rise to the surface", "surfaced", &Tour::ascend},
+    {"end the simulation", "dive-ended", &Tour::endDive},
     {"unplug the device", "unplugged", &Tour::unplug},
     {"close the program", nullptr, &Tour::close},
 }};
@@ -269,7 +226,7 @@ Tour::Outcome Tour::write()
         return {{}, error};
     }
     // The program writes its own version into what it sends; all else is as it was saved.
-    QStringList expected = QString::fromLatin1(contents(editedFile)).split(QLatin1Char('\n'));
+    QStringList expected = QString::fromLatin1(contents(diveFile())).split(QLatin1Char('\n'));
     expected.first() = firstRecordWritten;
     const QStringList records = support::lastWritten(m_session.trace());
     if (records != expected) {
