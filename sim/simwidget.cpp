@@ -250,7 +250,8 @@ void cMySimWidget::enlargeValues()
 
 void cMySimWidget::emphasise(QAbstractButton& button)
 {
-    const QColor accent(0x0B, 0x7A, 0x8F);
+    // Our accent, but darker: styles light a button up, and white must be read on it.
+    const QColor accent = QColor(0x0B, 0x7A, 0x8F).darker(170);
     QPalette palette = button.palette();
     for (const auto group : {QPalette::Active, QPalette::Inactive}) {
         palette.setColor(group, QPalette::Button, accent);

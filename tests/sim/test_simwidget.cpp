@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "tests/sim/paneltest.h"
+#include "tests/support/contrast.h"
 
 namespace simulation = support::simulation;
 using support::speedButtons;
@@ -25,6 +26,8 @@ private slots:
     void stepsEndAtTheRange();
     void stopOfTheSpeed();
     void noSpeedWhileIdle();
+    void stopCanBeRead_data();
+    void stopCanBeRead();
     void keysMoveTheSlider_data();
     void keysMoveTheSlider();
     void noPort();
@@ -219,6 +222,28 @@ void TestSimWidget::noSpeedWhileIdle()
     QTest::keyClick(slider(), Qt::Key_PageDown);
     QVERIFY(isIdle());
     QVERIFY(speeds.isEmpty());
+}
+
+void TestSimWidget::stopCanBeRead_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("of the speed") << "pbSet0";
+    QTest::newRow("of the simulation") << "pbStopSim";
+}
+
+void TestSimWidget::stopCanBeRead()
+{
+    QFETCH(QString, name);
+    QPushButton* stop = button(qPrintable(name));
+    button("pbStartSim")->click();
+    const QImage picture = stop->grab().toImage();
+    // Beside the text, from its upper to its lower end.
+    constexpr int border = 6;
+    const int half = stop->fontMetrics().height() / 2;
+    for (int y = stop->height() / 2 - half; y <= stop->height() / 2 + half; ++y) {
+        QVERIFY(support::contrast(picture.pixelColor(border, y), Qt::white) >= 4.5);
+    }
+    QCOMPARE(stop->palette().color(QPalette::Active, QPalette::ButtonText), QColor(Qt::white));
 }
 
 void TestSimWidget::keysMoveTheSlider_data()
