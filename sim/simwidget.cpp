@@ -70,6 +70,10 @@ cMySimWidget::cMySimWidget(QWidget* parent)
     enlargeValues();
     emphasise(*ui->pbStopSim);
     emphasise(*ui->pbSet0);
+    // Its zero is in the middle: the part from one end to the handle says nothing.
+    QPalette plain = ui->simSlider->palette();
+    plain.setColor(QPalette::Highlight, plain.color(QPalette::Mid));
+    ui->simSlider->setPalette(plain);
     ui->simSlider->setValue(0);
     setRunning(false);
 }
