@@ -39,6 +39,7 @@ private slots:
     void aChargerStaysFromOneSimulationToTheNext();
     void whatIsSaidMayEndTheSimulation();
     void theFirstThingSaidMayEndTheSimulation();
+    void theLastThingSaidMayBeginASimulation();
     void divesGoOnBetweenLines();
     void theDeviceSleepsUntilTheNextSample();
     void divesHaveAClockOfTheirOwn();
@@ -344,6 +345,32 @@ void TestDivingDevice::theFirstThingSaidMayEndTheSimulation()
                      [&session] { session.device.plugged(); });
     QCOMPARE(ask(session.device, "#SIMUL"), QByteArray("#SIMUL"));
     QVERIFY(!session.device.isSimulating());
+}
+
+void TestDivingDevice::theLastThingSaidMayBeginASimulation()
+{
+    Session session(speakingWhen(RuleCondition::SwitchesOff));
+    session.simulate();
+    ask(session.device, "#HEX");
+    bool isAnswered = false;
+    QObject::connect(&session.device, &cMyVirtualDevice::spoke, &session.device, [&] {
+        if (!isAnswered) {
+            isAnswered = true;
+            // In no mode: without a direction, no record is understood.
+            askAll(session.device, "#RAM #SIMUL");
+            QCOMPARE(session.write(900), QByteArray("?"));
+            ask(session.device, "#WRITE");
+        }
+    });
+    ask(session.device, "#ROOT");
+    QVERIFY(isAnswered && session.device.isSimulating());
+    QVERIFY(session.write(500).startsWith(":020100"));
+    session.now += 1000;
+    ask(session.device, "#RAM");
+    QCOMPARE(session.device.value(Depth), qint16(500));
+    ask(session.device, "#ROOT");
+    QVERIFY(!session.device.isSimulating());
+    QCOMPARE(session.said.size(), 2);
 }
 
 void TestDivingDevice::divesGoOnBetweenLines()
