@@ -20,9 +20,6 @@ constexpr int samplingBase = 150; ///< in Hz; also the divider of one sample in 
 constexpr qint64 second = 1000;   ///< in ms
 constexpr double tenths = 10;
 
-/// By the numbers of parCb4.
-enum TemperatureSource { FixedTemperature, MinimumTemperature, AverageTemperature, TemperatureNow };
-
 qint16 saturated(double number)
 {
     using Limits = std::numeric_limits<qint16>;
@@ -83,7 +80,7 @@ cMyDiveModel::Settings::Settings(const cMyMemoryArea& area)
       surfacingThreshold(std::min(diveThreshold, setting(area, "surfacingThreshold"))),
       ascentThreshold(setting(area, "ascentThreshold")),
       bottomThreshold(setting(area, "bottomThreshold")), salinity(setting(area, "salinity")),
-      temperatureSource(setting(area, "temperatureSource")),
+      temperatureSource(static_cast<TemperatureSource>(setting(area, "temperatureSource"))),
       fixedTemperature(setting(area, "fixedTemperature")), gravity(gravitySetting(area))
 {
     if (samplingDivider == 0) {
@@ -190,11 +187,11 @@ double cMyDiveModel::densityTemperature(const Statistics& statistics,
     const qint16 now = values.at(Temperature);
     const cMyValueRange& range = statistics.temperature;
     switch (m_settings.temperatureSource) {
-    case MinimumTemperature:
+    case TemperatureSource::Minimum:
         return (range.isEmpty() ? now : range.minimum()) / tenths;
-    case AverageTemperature:
+    case TemperatureSource::Average:
         return (range.isEmpty() ? now : range.average()) / tenths;
-    case TemperatureNow:
+    case TemperatureSource::Current:
         return now / tenths;
     default:
         return m_settings.fixedTemperature / tenths;

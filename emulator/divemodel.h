@@ -10,6 +10,9 @@
 
 class cMyMemoryArea;
 
+/// Which temperature the density of the water goes by; resources/models/parCb4.csv.
+enum class TemperatureSource : quint8 { Constant = 0, Minimum = 1, Average = 2, Current = 3 };
+
 /// Least, greatest and mean of what was added.
 class cMyValueRange
 {
@@ -65,7 +68,7 @@ private:
         int ascentThreshold; ///< in cm/s, as the next one
         int bottomThreshold;
         int salinity; ///< in permille
-        int temperatureSource;
+        TemperatureSource temperatureSource;
         int fixedTemperature; ///< in tenths of a degree Celsius
         double gravity;       ///< in m/s^2
     };
