@@ -33,7 +33,7 @@ QVector<cMySpokenMessage> cMyDive::advanceTo(qint64 time, cMyDeviceMemories& mem
 
 QVector<cMySpokenMessage> cMyDive::takeSample(cMyDiveValues& values)
 {
-    cMyDiveMoment moment = m_model.sample(nextSample(), values);
+    cMyDiveMoment moment = m_model.sample(m_samples, values);
     moment.switchesOn = m_samples == 0;
     moment.isCharging = m_isCharging;
     moment.chargingBegins = m_isCharging && !m_last.isCharging;

@@ -20,9 +20,6 @@ constexpr int samplingBase = 150; ///< in Hz; also the divider of one sample in 
 constexpr qint64 second = 1000;   ///< in ms
 constexpr double tenths = 10;
 
-/// By the numbers of parCb4.
-enum TemperatureSource { FixedTemperature, MinimumTemperature, AverageTemperature, TemperatureNow };
-
 qint16 saturated(double number)
 {
     using Limits = std::numeric_limits<qint16>;
@@ -83,12 +80,18 @@ cMyDiveModel::Settings::Settings(const cMyMemoryArea& area)
       surfacingThreshold(std::min(diveThreshold, setting(area, "surfacingThreshold"))),
       ascentThreshold(setting(area, "ascentThreshold")),
       bottomThreshold(setting(area, "bottomThreshold")), salinity(setting(area, "salinity")),
-      temperatureSource(setting(area, "temperatureSource")),
+      temperatureSource(static_cast<TemperatureSource>(setting(area, "temperatureSource"))),
       fixedTemperature(setting(area, "fixedTemperature")), gravity(gravitySetting(area))
 {
     if (samplingDivider == 0) {
         samplingDivider = samplingBase;
     }
+}
+
+std::size_t cMyDiveModel::Settings::samplesInASecond() const
+{
+    const long samples = std::lround(static_cast<double>(samplingBase) / samplingDivider);
+    return static_cast<std::size_t>(std::max(samples, 1L));
 }
 
 cMyDiveModel::cMyDiveModel(const cMyMemoryArea& settings, const cMyDiveValues& start)
@@ -101,17 +104,15 @@ qint64 cMyDiveModel::sampleTime(qint64 index) const
     return index * m_settings.samplingDivider * second / samplingBase;
 }
 
-cMyDiveMoment cMyDiveModel::sample(qint64 time, const cMyDiveValues& values)
+cMyDiveMoment cMyDiveModel::sample(qint64 index, const cMyDiveValues& values)
 {
     cMyDiveMoment moment;
-    moment.time = time;
-    moment.elapsed = m_isFirst ? 0 : time - m_lastTime;
+    moment.time = sampleTime(index);
+    moment.elapsed = m_past.empty() ? 0 : moment.time - m_lastTime;
     moment.values = values;
     countTime(moment.elapsed);
     const double exact = m_isUnderwater ? stayUnderwater(moment) : stayOnSurface(moment);
-    const double rise = m_isFirst ? 0 : exact - m_lastDepth;
-    const double seconds = static_cast<double>(moment.elapsed) / second;
-    const qint16 speed = seconds > 0 ? saturated(rise / seconds) : qint16(0);
+    const qint16 speed = saturated(verticalSpeed({index, exact}));
     moment.values.at(Depth) = saturated(exact);
     moment.values.at(VerticalSpeed) = speed;
     if (m_isUnderwater) {
@@ -127,9 +128,7 @@ cMyDiveMoment cMyDiveModel::sample(qint64 time, const cMyDiveValues& values)
     setGreatestValues(moment.values);
     moment.phase = m_phase;
     moment.isUnderwater = m_isUnderwater;
-    m_isFirst = false;
-    m_lastTime = time;
-    m_lastDepth = exact;
+    m_lastTime = moment.time;
     return moment;
 }
 
@@ -188,11 +187,11 @@ double cMyDiveModel::densityTemperature(const Statistics& statistics,
     const qint16 now = values.at(Temperature);
     const cMyValueRange& range = statistics.temperature;
     switch (m_settings.temperatureSource) {
-    case MinimumTemperature:
+    case TemperatureSource::Minimum:
         return (range.isEmpty() ? now : range.minimum()) / tenths;
-    case AverageTemperature:
+    case TemperatureSource::Average:
         return (range.isEmpty() ? now : range.average()) / tenths;
-    case TemperatureNow:
+    case TemperatureSource::Current:
         return now / tenths;
     default:
         return m_settings.fixedTemperature / tenths;
@@ -207,6 +206,17 @@ double cMyDiveModel::depth(const Statistics& statistics, const cMyDiveValues& va
         waterDensity(densityTemperature(statistics, values), m_settings.salinity);
     const int pressure = values.at(AbsolutePressure) - values.at(AtmosphericPressure);
     return std::max(0.0, pressure * pascalInMbar / (density * m_settings.gravity) * centimetres);
+}
+
+double cMyDiveModel::verticalSpeed(const PastDepth& now)
+{
+    m_past.push_back(now);
+    if (m_past.size() > m_settings.samplesInASecond() + 1) {
+        m_past.pop_front();
+    }
+    const PastDepth& before = m_past.front();
+    const auto ticks = static_cast<double>((now.index - before.index) * m_settings.samplingDivider);
+    return ticks > 0 ? (now.depth - before.depth) * samplingBase / ticks : 0;
 }
 
 void cMyDiveModel::addMotion(qint16 depth, qint16 speed)

@@ -6,7 +6,12 @@
 
 #include "emulator/divemoment.h"
 
+#include <deque>
+
 class cMyMemoryArea;
+
+/// Which temperature the density of the water goes by; resources/models/parCb4.csv.
+enum class TemperatureSource : quint8 { Constant = 0, Minimum = 1, Average = 2, Current = 3 };
 
 /// Least, greatest and mean of what was added.
 class cMyValueRange
@@ -41,10 +46,10 @@ public:
     /// from the exact time, so that nothing adds up over a long simulation.
     [[nodiscard]] qint64 sampleTime(qint64 index) const;
 
-    /// The sample at a time in ms, which is later than that of the one before. Read from values are
+    /// Sample number index, at its time; greater than that of the one before. Read from values are
     /// absolute and surface pressure, temperature and, passed on only, all that is not computed
     /// here.
-    [[nodiscard]] cMyDiveMoment sample(qint64 time, const cMyDiveValues& values);
+    [[nodiscard]] cMyDiveMoment sample(qint64 index, const cMyDiveValues& values);
 
     /// Everything that adds up begins anew with the next sample. A dive that is on goes on.
     void clearStatistics();
@@ -54,15 +59,24 @@ private:
     {
         explicit Settings(const cMyMemoryArea& area);
 
+        /// As many as come nearest to a second, at least one.
+        [[nodiscard]] std::size_t samplesInASecond() const;
+
         int samplingDivider; ///< samples come every so many 150ths of a second
         int diveThreshold;   ///< in cm, as the next one
         int surfacingThreshold;
         int ascentThreshold; ///< in cm/s, as the next one
         int bottomThreshold;
         int salinity; ///< in permille
-        int temperatureSource;
+        TemperatureSource temperatureSource;
         int fixedTemperature; ///< in tenths of a degree Celsius
         double gravity;       ///< in m/s^2
+    };
+
+    struct PastDepth
+    {
+        qint64 index; ///< of the sample
+        double depth; ///< in cm, not rounded
     };
 
     /// What restarts with a dive.
@@ -89,6 +103,9 @@ private:
     double stayUnderwater(cMyDiveMoment& moment);
     double stayOnSurface(cMyDiveMoment& moment);
 
+    /// In cm/s, since the sample about a second before; to be told each depth once.
+    double verticalSpeed(const PastDepth& now);
+
     void countTime(qint64 elapsed);
     void addMotion(qint16 depth, qint16 speed);
     void changePhase(int speed);
@@ -102,9 +119,8 @@ private:
     Statistics m_statistics;
     DivePhase m_phase = DivePhase::Descent;
     bool m_isUnderwater = false;
-    bool m_isFirst = true;
     qint64 m_lastTime = 0;
-    double m_lastDepth = 0;       ///< in cm, not rounded
+    std::deque<PastDepth> m_past; ///< of about the last second, the oldest first
     qint64 m_surfaceTime = 0;     ///< in ms
     qint16 m_totalBeforeDive = 0; ///< in s
 };

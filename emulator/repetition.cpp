@@ -7,6 +7,7 @@
 #include "emulator/rulenumbers.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
 
@@ -81,10 +82,12 @@ bool cMyRepetition::speaksOnTheWay(const cMyRepetitionStep& step)
     if (m_distance <= 0) {
         return false;
     }
-    if (step.begins || step.diveBegins) {
+    constexpr int hoveringPart = 4; // who stays within a quarter of the distance has not gone away
+    const int from = step.depthBefore;
+    const bool wentAway = std::abs(from - m_mark * m_distance) * hoveringPart > m_distance;
+    if (step.begins || step.diveBegins || wentAway) {
         m_mark = 0;
     }
-    const int from = step.depthBefore;
     const int to = step.depth;
     const auto markAbove = [this](int depth) {
         return std::max(depth, 0) / m_distance;
@@ -97,9 +100,11 @@ bool cMyRepetition::speaksOnTheWay(const cMyRepetitionStep& step)
     const int first = goesDown ? markAbove(from) + 1 : markBelow(from) - 1;
     const int last = goesDown ? markAbove(to) : std::max(markBelow(to), 1);
     const bool crosses = to != from && (goesDown ? first <= last : first >= last);
-    if (!crosses || (first == last && last == m_mark)) {
+    if (!crosses || last == m_mark) {
         return false;
     }
-    m_mark = step.isTrue ? last : 0;
+    if (step.isTrue) {
+        m_mark = last;
+    }
     return step.isTrue;
 }

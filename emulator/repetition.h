@@ -44,7 +44,7 @@ private:
     int m_distance = 0;               ///< in cm
     bool m_hasSpoken = false;         ///< since the condition began
     std::optional<qint64> m_spokenAt; ///< in ms
-    int m_mark = 0; ///< spoken at and none met since, in distances; 0 if there is none
+    int m_mark = 0; ///< spoken at and not left since, in distances; 0 if there is none
 };
 
 #endif

@@ -50,6 +50,9 @@ namespace emulator {
 /// The action and the message of a rule that does nothing.
 constexpr int doNothing = 127;
 
+/// Caption, value with its decimals, and unit; resources/models/msgCb5.csv.
+constexpr int fullForm = 5;
+
 } // namespace emulator
 
 #endif

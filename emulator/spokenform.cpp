@@ -10,8 +10,6 @@
 namespace {
 
 /// The form that is taken where the settings name none: it tells all there is to tell.
-constexpr int fullForm = 5;
-
 QString tableFile(const char* member)
 {
     const QString name =
@@ -23,7 +21,7 @@ QString tableFile(const char* member)
 bool hasPart(const cMyTableModel& forms, int form, const char* part)
 {
     const int row = forms.rowOfValue(form);
-    const int known = row < 0 ? forms.rowOfValue(fullForm) : row;
+    const int known = row < 0 ? forms.rowOfValue(emulator::fullForm) : row;
     return forms.cell(known, cMyTableModel::Label).contains(QLatin1String(part));
 }
 

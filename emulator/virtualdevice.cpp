@@ -182,11 +182,11 @@ bool cMyVirtualDevice::command(const QByteArray& word)
 
 void cMyVirtualDevice::leaveModes()
 {
-    endSimulation();
     m_hex = false;
     m_direction = Direction::None;
     m_area.reset();
     m_upperAddress = 0;
+    endSimulation(); // whose last message may let a receiver begin another, in modes of its own
 }
 
 void cMyVirtualDevice::select(MemoryType area)

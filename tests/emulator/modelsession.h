@@ -30,16 +30,16 @@ public:
         m_readings.at(static_cast<std::size_t>(number)) = static_cast<qint16>(value);
     }
 
-    /// A sample at a time in ms; more is the absolute pressure in mbar above 1000.
-    const cMyDiveMoment& diveAt(qint64 time, int more)
+    /// The sample of that number; more is the absolute pressure in mbar above 1000.
+    const cMyDiveMoment& diveAt(qint64 index, int more)
     {
         set(emulator::AbsolutePressure, surfacePressure + more);
-        last = m_model.sample(time, m_readings);
+        last = m_model.sample(index, m_readings);
         return last;
     }
 
     /// The next sample.
-    const cMyDiveMoment& dive(int more) { return diveAt(m_model.sampleTime(m_index++), more); }
+    const cMyDiveMoment& dive(int more) { return diveAt(m_index++, more); }
 
     void dive(const Numbers& profile)
     {

@@ -22,6 +22,7 @@ private slots:
     void beginsWithTheReadingsOfADeviceAtTheSurface();
     void samplesAreTakenWhenTheyAreDue();
     void everyDueSampleIsTaken();
+    void speedsDoNotDependOnHowOftenTheHostWrites();
     void readingsAreLeftAsTheyAreWritten();
     void statisticsContinueTheMemory();
     void eventsAreSpokenOf_data();
@@ -127,7 +128,24 @@ void TestDive::everyDueSampleIsTaken()
     QCOMPARE(simulation.value(AscentTime), 540);
     // 599 samples at 20 m and 5401 at 19 m: 11459900 / 6000 = 1909.98
     QCOMPARE(simulation.value(DepthAverage), 1910);
-    QCOMPARE(simulation.value(AscentSpeedMaximum), -1000);
+    QCOMPARE(simulation.value(AscentSpeedMaximum), -100); // 1 m in the last second
+}
+
+void TestDive::speedsDoNotDependOnHowOftenTheHostWrites()
+{
+    // 1 m/s, 15 cm each 150 ms; ten samples in a second. A second sees six or seven writes: 90, 105
+    // and 105 cm by turns. The dive begins with the 11th sample, at 105 cm, and lasts 290 samples,
+    // whose speeds sum up to 96 * 300 + 105 + 90 = 28995: 99.98 each.
+    Simulation simulation({{"depthSamplingRate", 15}});
+    for (int time = 0; time <= 30000; time += 150) {
+        simulation.advance(time);
+        simulation.goTo(time / 10);
+    }
+    QCOMPARE(simulation.value(Depth), 2985);
+    QCOMPARE(simulation.value(DescentSpeedAverage), 100);
+    QCOMPARE(simulation.value(DescentSpeedMaximum), 105);
+    QCOMPARE(simulation.value(AscentSpeedMaximum), 0);
+    QCOMPARE(simulation.value(DescentTime), 28);
 }
 
 void TestDive::readingsAreLeftAsTheyAreWritten()

@@ -30,8 +30,15 @@ private slots:
     void divesBeginAndEndAtTheirThresholds();
     void aDiveBeginsAtTheDepthThatItShows();
     void theWaterOfTheLastDiveStaysOnTheSurface();
+    void speedIsTheChangeOverAboutASecond_data();
+    void speedIsTheChangeOverAboutASecond();
+    void speedCountsFromTheFirstSampleAtFirst();
+    void steadySpeedIsTheSameFromTheStart_data();
+    void steadySpeedIsTheSameFromTheStart();
     void phasesFollowTheSpeed_data();
     void phasesFollowTheSpeed();
+    void phasesOutlastATremblingPressure_data();
+    void phasesOutlastATremblingPressure();
     void nothingDriftsOverTenThousandSamples();
     void otherValuesPass();
 };
@@ -220,6 +227,74 @@ void TestDiveModel::theWaterOfTheLastDiveStaysOnTheSurface()
     QCOMPARE(session.value(Depth), 245);
 }
 
+void TestDiveModel::speedIsTheChangeOverAboutASecond_data()
+{
+    QTest::addColumn<int>("divider");
+    QTest::addColumn<int>("samples"); // 150 / divider, rounded
+    QTest::addColumn<int>("speed");   // 300 cm * 150 Hz / (divider * samples)
+    QTest::newRow("150 Hz") << 1 << 150 << 300;
+    QTest::newRow("10 Hz") << 15 << 10 << 300;
+    QTest::newRow("4.05 Hz") << 37 << 4 << 304;
+    QTest::newRow("2.5 Hz") << 60 << 3 << 250;
+    QTest::newRow("2 Hz") << 75 << 2 << 300;
+    QTest::newRow("1.5 Hz") << 100 << 2 << 225;
+    QTest::newRow("1.49 Hz") << 101 << 1 << 446;
+    QTest::newRow("1 Hz") << 150 << 1 << 300;
+    QTest::newRow("slowest") << 255 << 1 << 176;
+    QTest::newRow("none") << 0 << 1 << 300;
+}
+
+void TestDiveModel::speedIsTheChangeOverAboutASecond()
+{
+    QFETCH(int, divider);
+    QFETCH(int, samples);
+    QFETCH(int, speed);
+    constexpr int moreThanASecond = 160;
+    Session session{DiveSettings({{"depthSamplingRate", divider}})};
+    session.dive(Numbers(moreThanASecond, 0));
+    Numbers speeds;
+    for (int sample = 0; sample < moreThanASecond; ++sample) {
+        session.dive(300);
+        speeds.append(session.value(VerticalSpeed));
+    }
+    QCOMPARE(speeds, Numbers(samples, speed) + Numbers(moreThanASecond - samples, 0));
+}
+
+void TestDiveModel::speedCountsFromTheFirstSampleAtFirst()
+{
+    // Ten samples in a second: 10 cm in 0.1 s, 30 cm in 0.2 s, 30 cm in 0.3 s, -60 cm in 0.4 s.
+    Session session{DiveSettings({{"depthSamplingRate", 15}})};
+    Numbers speeds;
+    for (const int more : {200, 210, 230, 230, 140}) {
+        session.dive(more);
+        speeds.append(session.value(VerticalSpeed));
+    }
+    QCOMPARE(speeds, Numbers({0, 100, 150, 100, -150}));
+}
+
+void TestDiveModel::steadySpeedIsTheSameFromTheStart_data()
+{
+    QTest::addColumn<int>("divider");
+    QTest::addColumn<int>("step"); // in cm for each sample
+    QTest::newRow("150 Hz") << 1 << 2;
+    QTest::newRow("15 Hz") << 10 << 20;
+    QTest::newRow("10 Hz") << 15 << 30;
+    QTest::newRow("4.05 Hz") << 37 << 74;
+    QTest::newRow("1 Hz") << 150 << 300;
+}
+
+void TestDiveModel::steadySpeedIsTheSameFromTheStart()
+{
+    QFETCH(int, divider);
+    QFETCH(int, step);
+    Session session{DiveSettings({{"depthSamplingRate", divider}})};
+    session.dive(0);
+    for (int sample = 1; sample <= 50; ++sample) {
+        session.dive(sample * step);
+        QCOMPARE(session.value(VerticalSpeed), 300);
+    }
+}
+
 void TestDiveModel::phasesFollowTheSpeed_data()
 {
     QTest::addColumn<Changes>("changes");
@@ -252,6 +327,44 @@ void TestDiveModel::phasesFollowTheSpeed()
     session.dive({0, 150});
     QVERIFY(session.last.diveBegins);
     QVERIFY(session.last.phase == DivePhase::Descent);
+}
+
+void TestDiveModel::phasesOutlastATremblingPressure_data()
+{
+    QTest::addColumn<Changes>("changes");
+    QTest::addColumn<QString>("phases"); // begun on the way down, there, on the way up, and there
+    // The readings tremble by 6 mbar at most, which is 6 cm/s over a second.
+    QTest::newRow("defaults") << Changes{} << QStringLiteral("D,,BA,,D,,BA,,");
+    QTest::newRow("level is bottom")
+        << Changes{{"bottomThreshold", 10}} << QStringLiteral("D,B,A,,D,B,A,,");
+}
+
+void TestDiveModel::phasesOutlastATremblingPressure()
+{
+    QFETCH(Changes, changes);
+    QFETCH(QString, phases);
+    const Numbers trembling{0, 3, -2, 1, -3, 2, 3, -1, -3, 0, 2, -2, 1};
+    Session session{DiveSettings(changes + Changes{{"depthSamplingRate", 15}})};
+    QString found;
+    QLatin1Char last('-');
+    const auto diveFor = [&](int from, int samples, int step) {
+        for (int sample = 1; sample <= samples; ++sample) {
+            session.dive(from + sample * step + trembling.at(sample % trembling.size()));
+            const QLatin1Char letter("DBA"[static_cast<int>(session.last.phase)]);
+            if (letter != last) {
+                found += letter;
+            }
+            last = letter;
+        }
+        found += QLatin1Char(',');
+    };
+    for (const int start : {0, 500}) { // at 1 m/s, with level stays of 20 s
+        diveFor(start, (1000 - start) / 10, 10);
+        diveFor(1000, 200, 0);
+        diveFor(1000, 50, -10);
+        diveFor(500, 200, 0);
+    }
+    QCOMPARE(found, phases);
 }
 
 void TestDiveModel::nothingDriftsOverTenThousandSamples()

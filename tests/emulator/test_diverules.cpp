@@ -24,6 +24,7 @@ private slots:
     void marksMissedAreNotMadeUpFor();
     void marksBesideTheLastOneCount();
     void marksMetInSilenceCount();
+    void marksAreForgottenWhenTheConditionBegins();
     void marksAreForgottenBetweenDives_data();
     void marksAreForgottenBetweenDives();
     void thresholds_data();
@@ -267,6 +268,21 @@ void TestDiveRules::marksMetInSilenceCount()
     QCOMPARE(dive.said(), QStringLiteral("1@1000 1@6000"));
 }
 
+void TestDiveRules::marksAreForgottenWhenTheConditionBegins()
+{
+    RuleBuilder builder;
+    builder.put("distanceE", 1000);
+    builder.messageRule(1).when(descent).says(depth).repeats(5);
+    ScriptedDive dive(builder);
+    startDive(dive);
+    follow(dive, {900, 1100, 900, 1100});
+    dive.now.phase = DivePhase::Ascent;
+    follow(dive, {900});
+    dive.now.phase = DivePhase::Descent;
+    follow(dive, {1100, 900});
+    QCOMPARE(dive.said(), QStringLiteral("1@1000 1@5000"));
+}
+
 void TestDiveRules::marksAreForgottenBetweenDives_data()
 {
     QTest::addColumn<int>("condition");
@@ -282,12 +298,12 @@ void TestDiveRules::marksAreForgottenBetweenDives()
     builder.messageRule(1).when(condition).says(depth).repeats(5);
     ScriptedDive dive(builder);
     startDive(dive);
-    follow(dive, {900, 1100, 900, 1100, 0});
+    follow(dive, {900, 1100, 900, 1100});
     endDive(dive);
-    follow(dive, {0});
+    follow(dive, {900});
     startDive(dive);
-    follow(dive, {500, 1100, 900});
-    QCOMPARE(dive.said(), QStringLiteral("1@1000 1@7000"));
+    follow(dive, {1100, 900});
+    QCOMPARE(dive.said(), QStringLiteral("1@1000 1@5000"));
 }
 
 void TestDiveRules::thresholds_data()

@@ -271,22 +271,23 @@ void TestDiveStatistics::surfaceTimeRestsUnderwater()
 
 void TestDiveStatistics::fractionsOfSecondsAddUp()
 {
-    // Two samples in a second: down for 0.5 s, up for 1.5 s, down for 1 s.
+    // Two samples in a second. Their speeds: 0, 500 cm in 0.5 s, and then over 1 s each 300, -200,
+    // 0, 0, 200 and -300. Down for 1 s, up for 1.5 s, down for 0.5 s.
     Session session{DiveSettings({{"depthSamplingRate", 75}})};
-    session.dive({0, 500, 300, 300, 300, 500, 500, 0});
+    session.dive({0, 500, 300, 300, 300, 300, 500, 0});
     QCOMPARE(differences(session, {{DiveTime, 3},
                                    {DescentTime, 1},
                                    {BottomTime, 0},
                                    {AscentTime, 1},
                                    {DescentSpeedMaximum, 1000},
-                                   {AscentSpeedMaximum, -400},
-                                   {VerticalSpeed, -1000}}),
+                                   {AscentSpeedMaximum, -200},
+                                   {VerticalSpeed, -300}}),
              QString());
 }
 
 void TestDiveStatistics::valuesSaturate()
 {
-    constexpr qint64 twelveHours = 43200000;
+    constexpr qint64 twelveHours = 43200;               // of one sample in a second
     Session session{DiveSettings({{"gravity", 3277}})}; // 10 cm/mbar
     session.dive({0, 31767});
     QCOMPARE(differences(session, {{Depth, 32767}, {DepthMaximum, 32767}, {VerticalSpeed, 32767}}),
@@ -308,8 +309,8 @@ void TestDiveStatistics::valuesSaturate()
              QString());
     session.diveAt(3 * twelveHours, 0);
     QCOMPARE(session.value(SurfaceTime), 32767);
-    session.diveAt(3 * twelveHours + 1000, 500);
-    session.diveAt(3 * twelveHours + 3000, 500);
+    session.diveAt(3 * twelveHours + 1, 500);
+    session.diveAt(3 * twelveHours + 3, 500);
     QCOMPARE(differences(session, {{DiveTime, 2}, {TotalDiveTime, 32767}}), QString());
 }
 

@@ -3,9 +3,7 @@
 
 #include "emulator/dive.h"
 #include "emulator/rulenumbers.h"
-#include "emulator/virtualdevice.h"
-#include "tests/emulator/devicelines.h"
-#include "tests/emulator/divetest.h"
+#include "tests/emulator/divingsession.h"
 
 #include <QTimer>
 #include <QtTest>
@@ -16,6 +14,7 @@ using support::askAll;
 using support::Changes;
 using support::DiveSettings;
 using support::record;
+using Session = support::DivingSession;
 
 class TestDivingDevice : public QObject
 {
@@ -39,41 +38,13 @@ private slots:
     void aChargerStaysFromOneSimulationToTheNext();
     void whatIsSaidMayEndTheSimulation();
     void theFirstThingSaidMayEndTheSimulation();
+    void theLastThingSaidMayBeginASimulation();
     void divesGoOnBetweenLines();
     void theDeviceSleepsUntilTheNextSample();
     void divesHaveAClockOfTheirOwn();
 };
 
 namespace {
-
-/// A device on the planet of the tests, with a clock that goes when it is told to.
-class Session
-{
-public:
-    explicit Session(const Changes& changes = {})
-    {
-        device.setMemory(EEPROM, DiveSettings(changes).image());
-        device.setClock([this] { return now; });
-        QObject::connect(&device, &cMyVirtualDevice::spoke, &device,
-                         [this](const cMySpokenMessage& message) { said += spokenLine(message); });
-    }
-
-    void simulate() { askAll(device, "#ROOT #RAM #SIMUL #WRITE"); }
-
-    /// The host's line that simulates a depth in cm, which is in mbar here.
-    QByteArray write(int depth)
-    {
-        const int pressure = 1013 + depth;
-        QByteArray bytes;
-        bytes.append(static_cast<char>(pressure));
-        bytes.append(static_cast<char>(pressure >> 8));
-        return ask(device, record(valueAddress(AbsolutePressure), bytes));
-    }
-
-    qint64 now = 5000000; // the device has been on for a while
-    QStringList said;
-    cMyVirtualDevice device;
-};
 
 /// A rule that speaks once under a condition.
 Changes speakingWhen(RuleCondition condition)
@@ -344,6 +315,32 @@ void TestDivingDevice::theFirstThingSaidMayEndTheSimulation()
                      [&session] { session.device.plugged(); });
     QCOMPARE(ask(session.device, "#SIMUL"), QByteArray("#SIMUL"));
     QVERIFY(!session.device.isSimulating());
+}
+
+void TestDivingDevice::theLastThingSaidMayBeginASimulation()
+{
+    Session session(speakingWhen(RuleCondition::SwitchesOff));
+    session.simulate();
+    ask(session.device, "#HEX");
+    bool isAnswered = false;
+    QObject::connect(&session.device, &cMyVirtualDevice::spoke, &session.device, [&] {
+        if (!isAnswered) {
+            isAnswered = true;
+            // In no mode: without a direction, no record is understood.
+            askAll(session.device, "#RAM #SIMUL");
+            QCOMPARE(session.write(900), QByteArray("?"));
+            ask(session.device, "#WRITE");
+        }
+    });
+    ask(session.device, "#ROOT");
+    QVERIFY(isAnswered && session.device.isSimulating());
+    QVERIFY(session.write(500).startsWith(":020100"));
+    session.now += 1000;
+    ask(session.device, "#RAM");
+    QCOMPARE(session.device.value(Depth), qint16(500));
+    ask(session.device, "#ROOT");
+    QVERIFY(!session.device.isSimulating());
+    QCOMPARE(session.said.size(), 2);
 }
 
 void TestDivingDevice::divesGoOnBetweenLines()

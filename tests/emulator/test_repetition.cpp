@@ -148,18 +148,26 @@ void TestRepetition::ways_data()
         QTest::newRow(name) << distance << depths << QString::fromLatin1(spoken);
     };
     row("down and up", 1000,
-        {0, 500, 999, 1000, 1050, 1999, 2001, 2500, 2001, 1999, 1500, 1000, 600, 0}, "3 6 11");
+        {0, 500, 999, 1000, 1050, 1999, 2001, 2500, 2001, 1999, 1500, 1000, 600, 0}, "3 6 9 11");
     row("deeper and back", 1000, {900, 1100, 2100, 3100, 2900, 1900, 900, 0}, "1 2 3 5 6");
+    row("turned between two marks", 500, {500, 1000, 1500, 1700, 1500, 1000, 500, 0},
+        "0 1 2 4 5 6");
     row("at the first sample", 1000, {1500, 1600}, "0");
     row("at the first sample, before the first mark", 1000, {900}, "");
     row("exactly on the marks", 500, {500, 1000, 500, 0}, "0 1 2");
     row("hovering around a mark", 1000, {990, 1000, 990, 1010, 995, 1005, 990}, "1");
     row("hovering, then another", 1000, {1010, 990, 1010, 2010, 1990, 990, 1010}, "0 3 5");
+    row("hovering by a fifth of the distance", 500, {1000, 900, 1100, 1000, 900, 1100}, "0");
+    row("hovering by a quarter", 500, {1000, 1125, 990, 875, 1010, 1125, 875}, "0");
+    row("deeper than a quarter and back", 500, {1000, 1126, 990, 1010}, "0 2");
+    row("higher than a quarter and back", 500, {1000, 874, 1010, 990}, "0 2");
     row("staying on a mark", 1000, {1000, 1000, 1000}, "0");
     row("several marks in a step", 1000, {3500, 3600, 500}, "0 2");
-    row("several marks, the last one again", 1000, {3500, 2990, 3010, 500, 1010, 2010}, "0 3 5");
+    row("several marks, the last one again", 1000, {3200, 2990, 3010, 800, 1010, 2010}, "0 3 5");
+    row("several marks, stopped far behind", 1000, {3500, 2990, 3010, 500, 1010, 2010},
+        "0 1 3 4 5");
     row("the surface is no mark", 1000, {500, 0, 500, -20, 20}, "");
-    row("above the surface and back", 1000, {1500, -1500, 990, 1500, 2000}, "0 4");
+    row("above the surface and back", 1000, {1500, -1500, 990, 1500, 2000}, "0 1 3 4");
     row("distance of 0", 0, {0, 1000, 2000, 0}, "");
     row("distance below 0", -1000, {0, 1000, 2000, 0}, "");
     row("distance of 1 cm", 1, {1, 2, 2, 1, 2, 0}, "0 1 3 4 5");
