@@ -41,6 +41,7 @@ private slots:
     void leavingASilentDevice_data();
     void leavingASilentDevice();
     void leavingAmidNotices();
+    void leavingASlowDeviceInOneMoment();
 
 private:
     static constexpr int linesOfOneCycle =
@@ -394,6 +395,24 @@ void TestSimEnds::leavingAmidNotices()
     QVERIFY(run.waitForEnd());
     QVERIFY(sinceRequest.elapsed() < cMyLineChannel::answerPatience / 2);
     QCOMPARE(run.lines().size(), 8);
+}
+
+void TestSimEnds::leavingASlowDeviceInOneMoment()
+{
+    RunningWorker run;
+    constexpr int slow = 250; // ms for each answer, two of which are more than there is time for
+    run.setAnswer([&](const QByteArray& line) {
+        if (run.lines().size() < 8) {
+            return simulation::answering(1013)(line);
+        }
+        run.thread().requestInterruption();
+        QTimer::singleShot(slow, &run, [&run, line] { run.peer().send(line + "\r\n"); });
+        return QByteArray();
+    });
+    run.start();
+    QVERIFY(run.waitForEnd());
+    QCOMPARE(run.ends(), QVector<bool>{false});
+    QVERIFY(!run.lines().contains(QStringLiteral("#CLEAR")));
 }
 
 QTEST_GUILESS_MAIN(TestSimEnds)
