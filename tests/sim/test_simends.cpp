@@ -42,6 +42,7 @@ private slots:
     void leavingASilentDevice();
     void leavingAmidNotices();
     void leavingASlowDeviceInOneMoment();
+    void answersTooManyDoNotSwallowTheLeave();
 
 private:
     static constexpr int linesOfOneCycle =
@@ -413,6 +414,22 @@ void TestSimEnds::leavingASlowDeviceInOneMoment()
     QVERIFY(run.waitForEnd());
     QCOMPARE(run.ends(), QVector<bool>{false});
     QVERIFY(!run.lines().contains(QStringLiteral("#CLEAR")));
+}
+
+void TestSimEnds::answersTooManyDoNotSwallowTheLeave()
+{
+    RunningWorker run;
+    run.setAnswer([&run](const QByteArray& line) {
+        const QByteArray answer = simulation::answering(1013)(line);
+        return run.lines().size() > simulation::linesToBegin ? answer + "\r\n" : answer;
+    });
+    run.start();
+    QVERIFY(run.waitForLines(linesOfOneCycle));
+    run.worker().stopWork();
+    QVERIFY(run.waitForEnd());
+    QCOMPARE(run.ends(), QVector<bool>{true});
+    QVERIFY(support::waitFor([&run] { return run.lines().contains(QStringLiteral("#CLEAR")); }));
+    QCOMPARE(run.lines().mid(run.lines().size() - 2), simulation::end());
 }
 
 QTEST_GUILESS_MAIN(TestSimEnds)
