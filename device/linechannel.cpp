@@ -46,6 +46,7 @@ void cMyLineChannel::settle(QSerialPort& port)
 bool cMyLineChannel::exchange(QSerialPort& port, const QString& line, QString& reply)
 {
     port.write(line.toLatin1());
+    // An answer that is there already leaves no wait in which it would be sent.
     port.flush();
     m_end.setRemainingTime(answerPatience);
     do {

@@ -3,6 +3,7 @@
 
 #include "device/linechannel.h"
 
+#include "device/protocol.h"
 #include "tests/support/peer.h"
 
 #include <QElapsedTimer>
@@ -10,6 +11,7 @@
 #include <QTimer>
 #include <QtTest>
 
+#include <functional>
 #include <memory>
 
 using Haste = cMyLineChannel::Haste;
@@ -26,8 +28,12 @@ private slots:
     void answers_data();
     void answers();
     void twoAnswersAtOnceAreForTwoLines();
+    void aLineIsSentThoughItsAnswerIsThereAlready();
     void settlingDropsWhatIsLate();
     void settlingEndsWhenTheLineIsQuiet();
+    void settlingForgetsAnswersThatNobodyTook();
+    void settlingWaitsForQuietAnew();
+    void settlingIsCutShortForWhoMustLeave();
     void silenceEndsTheWait();
     void aClosedPort();
 
@@ -47,12 +53,16 @@ private:
     {
         QVector<Result> results;
         const QString path = m_peer->path();
-        const std::unique_ptr<QThread> thread(QThread::create(
-            [&results, path, lines, settle] { run(results, path, lines, settle); }));
+        inThread([&results, path, lines, settle] { run(results, path, lines, settle); });
+        return results;
+    }
+
+    static void inThread(const std::function<void()>& call)
+    {
+        const std::unique_ptr<QThread> thread(QThread::create(call));
         thread->start();
         support::waitFor([&thread] { return thread->isFinished(); });
         thread->wait();
-        return results;
     }
 
     static void run(QVector<Result>& results, const QString& path, const QStringList& lines,
@@ -132,6 +142,17 @@ void TestLineChannel::twoAnswersAtOnceAreForTwoLines()
              QVector<Result>({{true, "first\r\n"}, {true, "second\r\n"}}));
 }
 
+void TestLineChannel::aLineIsSentThoughItsAnswerIsThereAlready()
+{
+    m_peer->setAnswer([](const QByteArray& line) {
+        return line == "1" ? QByteArray("first\r\nsecond\r\n") : QByteArray();
+    });
+    // The port is closed right after the second line: what it still holds then is lost.
+    QCOMPARE(exchange({"1\r\n", "2\r\n"}).size(), 2);
+    QVERIFY(support::waitFor([this] { return m_peer->lines().size() == 2; }));
+    QCOMPARE(m_peer->lines(), QStringList({"1", "2"}));
+}
+
 void TestLineChannel::settlingDropsWhatIsLate()
 {
     m_peer->send("late\r\nlater");
@@ -145,6 +166,71 @@ void TestLineChannel::settlingEndsWhenTheLineIsQuiet()
     connect(&babble, &QTimer::timeout, m_peer.get(), [this] { m_peer->send("! on and on\r\n"); });
     babble.start(5);
     QCOMPARE(exchange({"#ROOT\r\n"}, true), QVector<Result>({{true, "#ROOT\r\n"}}));
+}
+
+void TestLineChannel::settlingForgetsAnswersThatNobodyTook()
+{
+    m_peer->setAnswer([](const QByteArray& line) {
+        return line == "1" ? QByteArray("first\r\nsecond\r\nhalf") : line + "\r\n";
+    });
+    QVector<QString> replies(2);
+    inThread([path = m_peer->path(), &replies] {
+        QSerialPort port(path);
+        cMyLineChannel channel([] { return Haste::None; });
+        if (port.open(QIODevice::ReadWrite)) {
+            channel.exchange(port, QStringLiteral("1\r\n"), replies[0]);
+            channel.settle(port);
+            channel.exchange(port, QStringLiteral("2\r\n"), replies[1]);
+        }
+    });
+    QCOMPARE(replies, QVector<QString>({"first\r\n", "2\r\n"}));
+}
+
+void TestLineChannel::settlingWaitsForQuietAnew()
+{
+    constexpr int lateLines = 5;
+    constexpr int gap = 15;
+    constexpr int allOfThem = lateLines * gap;
+    static_assert(allOfThem > device::quietMoment.count());
+    // The answer comes after all of them.
+    m_peer->setAnswer([this](const QByteArray& line) {
+        QTimer::singleShot(allOfThem, m_peer.get(), [this, line] { m_peer->send(line + "\r\n"); });
+        return QByteArray();
+    });
+    int calls = 0;
+    QString reply;
+    inThread([&] {
+        QSerialPort port(m_peer->path());
+        // Each look at the haste finds that another late line has come.
+        cMyLineChannel channel([&] {
+            if (calls++ < lateLines) {
+                QThread::msleep(gap);
+                m_peer->send("late\r\n");
+            }
+            return Haste::None;
+        });
+        if (port.open(QIODevice::ReadWrite)) {
+            channel.settle(port);
+            channel.exchange(port, QStringLiteral("#ROOT\r\n"), reply);
+        }
+    });
+    QCOMPARE(reply, QStringLiteral("#ROOT\r\n"));
+}
+
+void TestLineChannel::settlingIsCutShortForWhoMustLeave()
+{
+    int calls = 0;
+    inThread([&] {
+        QSerialPort port(m_peer->path());
+        cMyLineChannel channel([&calls] {
+            ++calls;
+            return Haste::Leave;
+        });
+        if (port.open(QIODevice::ReadWrite)) {
+            channel.settle(port);
+        }
+    });
+    QCOMPARE(calls, 1);
 }
 
 void TestLineChannel::silenceEndsTheWait()

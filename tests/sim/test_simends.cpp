@@ -41,6 +41,8 @@ private slots:
     void leavingASilentDevice_data();
     void leavingASilentDevice();
     void leavingAmidNotices();
+    void leavingASlowDeviceInOneMoment();
+    void answersTooManyDoNotSwallowTheLeave();
 
 private:
     static constexpr int linesOfOneCycle =
@@ -396,6 +398,40 @@ void TestSimEnds::leavingAmidNotices()
     QVERIFY(run.waitForEnd());
     QVERIFY(sinceRequest.elapsed() < cMyLineChannel::answerPatience / 2);
     QCOMPARE(run.lines().size(), 8);
+}
+
+void TestSimEnds::leavingASlowDeviceInOneMoment()
+{
+    RunningWorker run;
+    constexpr int slow = 250; // ms for each answer, two of which are more than there is time for
+    run.setAnswer([&](const QByteArray& line) {
+        if (run.lines().size() < 8) {
+            return simulation::answering(1013)(line);
+        }
+        run.thread().requestInterruption();
+        QTimer::singleShot(slow, &run, [&run, line] { run.peer().send(line + "\r\n"); });
+        return QByteArray();
+    });
+    run.start();
+    QVERIFY(run.waitForEnd());
+    QCOMPARE(run.ends(), QVector<bool>{false});
+    QVERIFY(!run.lines().contains(QStringLiteral("#CLEAR")));
+}
+
+void TestSimEnds::answersTooManyDoNotSwallowTheLeave()
+{
+    RunningWorker run;
+    run.setAnswer([&run](const QByteArray& line) {
+        const QByteArray answer = simulation::answering(1013)(line);
+        return run.lines().size() > simulation::linesToBegin ? answer + "\r\n" : answer;
+    });
+    run.start();
+    QVERIFY(run.waitForLines(linesOfOneCycle));
+    run.worker().stopWork();
+    QVERIFY(run.waitForEnd());
+    QCOMPARE(run.ends(), QVector<bool>{true});
+    QVERIFY(support::waitFor([&run] { return run.lines().contains(QStringLiteral("#CLEAR")); }));
+    QCOMPARE(run.lines().mid(run.lines().size() - 2), simulation::end());
 }
 
 QTEST_GUILESS_MAIN(TestSimEnds)

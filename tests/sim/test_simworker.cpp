@@ -28,6 +28,7 @@ private slots:
     void descendingEndsAtTheGreatestPressure();
     void theSpeedIsReadAfterTheInterval();
     void fractionsOfThePressureAreKept();
+    void thePressureIsCutAndNotRounded();
     void surfacePressures_data();
     void surfacePressures();
     void stopFinishesTheCycle_data();
@@ -150,6 +151,22 @@ void TestSimWorker::fractionsOfThePressureAreKept()
     const QVector<int> pressures = simulation::pressures(run.lines());
     QVERIFY(pressures.size() > 30);
     QVERIFY(pressures.last() >= 1013 + 2);
+}
+
+void TestSimWorker::thePressureIsCutAndNotRounded()
+{
+    RunningWorker run;
+    run.setAnswer([&run](const QByteArray& line) {
+        if (run.lines().size() == simulation::linesToBegin + simulation::pressureInCycle - 1) {
+            QThread::sleep(1);
+        }
+        return simulation::answering(1013)(line);
+    });
+    run.stopInCycle(1);
+    // 0.6 mbar in that second, and not a whole one in half a second more.
+    run.start(0.006);
+    QVERIFY(run.waitForEnd());
+    QCOMPARE(simulation::pressures(run.lines()), QVector<int>{1013});
 }
 
 void TestSimWorker::surfacePressures_data()
