@@ -247,11 +247,15 @@ void MainWindow::simulationInProgress(bool state)
     }
     m_deviceActions->setInUse(state);
     if (state) {
+        m_link->lendPort();
         disconnect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::tabWidgetChanged);
     } else {
         connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::tabWidgetChanged);
     }
     m_portSelect->hold(state ? m_portSelect->currentText() : QString());
+    if (!state) {
+        m_link->takePortBack();
+    }
 }
 
 bool MainWindow::takesDrops() const
@@ -262,8 +266,8 @@ bool MainWindow::takesDrops() const
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    ui->simWidget->end();
     m_link->end();
+    ui->simWidget->end();
     m_progress->drop();
     QMainWindow::closeEvent(event);
 }

@@ -47,7 +47,7 @@ MainWindow::MainWindow(QWidget* parent)
     setupAppName();
     openFileDialog(QStringLiteral("NewFile"));
     m_description->installValidators();
-    connect(ui->simWidget, &cMySimWidget::portNeeded, m_link, &cMyMiolka::end);
+    connect(ui->simWidget, &cMySimWidget::portNeeded, m_link, &cMyMiolka::lendPort);
     connect(ui->simWidget, &cMySimWidget::simulationInProgress, this,
             &MainWindow::simulationInProgress);
 }

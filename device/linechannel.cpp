@@ -16,7 +16,7 @@ namespace {
 constexpr int slice = 20;
 
 /// For an answer that follows a notice once the caller wants to stop, in ms.
-constexpr int noticePatience = 500;
+constexpr int noticePatience = 1000;
 
 /// For all answers once the caller must leave, in ms.
 constexpr int leavePatience = 350;

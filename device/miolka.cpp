@@ -46,6 +46,25 @@ cMyMiolka::~cMyMiolka()
     end();
 }
 
+void cMyMiolka::lendPort()
+{
+    if (!m_isLent) {
+        const QVector<Request> waiting = m_waiting;
+        end();
+        m_waiting = waiting;
+        m_isLent = true;
+    }
+}
+
+void cMyMiolka::takePortBack()
+{
+    if (m_isLent) {
+        m_isLent = false;
+        m_hasLateReplies = true; // of lines that are not known here
+        startNext();
+    }
+}
+
 void cMyMiolka::end()
 {
     m_waiting.clear();
@@ -75,7 +94,7 @@ void cMyMiolka::setPort(QString portName)
 
 void cMyMiolka::readStatus()
 {
-    if (m_stage != Stage::Idle || !m_waiting.isEmpty()) {
+    if (mustWait() || !m_waiting.isEmpty()) {
         m_isStatusDue = true;
         return;
     }
@@ -150,12 +169,17 @@ bool cMyMiolka::isTransferDue() const
                        [](const Request& each) { return isTransfer(each.mode); });
 }
 
+bool cMyMiolka::mustWait() const
+{
+    return m_isLent || m_stage != Stage::Idle;
+}
+
 void cMyMiolka::request(LinkMode mode, const QStringList& lines)
 {
     if (isTransferRunning() && m_isCancelled) {
         giveUp();
     }
-    if (m_stage == Stage::Idle && m_waiting.isEmpty()) {
+    if (!mustWait() && m_waiting.isEmpty()) {
         start({mode, lines});
     } else {
         m_waiting.append({mode, lines});
@@ -355,7 +379,7 @@ void cMyMiolka::parseStatus()
 
 void cMyMiolka::startNext()
 {
-    if (m_stage != Stage::Idle) {
+    if (mustWait()) {
         return;
     }
     if (!m_waiting.isEmpty()) {

@@ -42,6 +42,12 @@ public:
     /// The port that exchanges use, the first that was ever named; empty before.
     [[nodiscard]] QString portName() const { return m_portName; }
 
+    /// Lets a simulation have the port: what runs is ended as by end(), what was asked for besides
+    /// the status, or is from now on, waits until the port is taken back. Calling either once more
+    /// does nothing.
+    void lendPort();
+    void takePortBack();
+
     /// Ends whatever runs or waits, with the device in its root mode if it still listens, and
     /// closes the box that tells of a port that could not be opened.
     void end();
@@ -105,6 +111,7 @@ private:
     [[nodiscard]] static bool isTransfer(device::LinkMode mode);
     [[nodiscard]] bool isTransferRunning() const;
     [[nodiscard]] bool isTransferDue() const;
+    [[nodiscard]] bool mustWait() const;
 
     bool openSerialPort();
     void tellOpenFailure(const QString& text);
@@ -145,6 +152,7 @@ private:
     QTimer m_patience;
     QVector<Request> m_waiting;
     bool m_isStatusDue = false;
+    bool m_isLent = false;
     QString m_heldPort;
     QDeadlineTimer m_expectedAway; ///< until then the device may be gone because it was told to
     std::unique_ptr<QMessageBox> m_errorBox;

@@ -58,9 +58,13 @@ void cMyPortSelect::updatePorts()
         }
     }
     const bool isHeld = !m_heldPort.isEmpty() && names.contains(m_heldPort);
-    if (names.size() != m_portCount && !isHeld) {
+    m_wasHeld = m_wasHeld || isHeld;
+    // Meanwhile one may have come and another gone.
+    const bool hasChanged = names.size() != m_portCount || (m_wasHeld && names != m_names);
+    if (hasChanged && !isHeld) {
         rebuild(names);
     }
+    m_wasHeld = isHeld;
 }
 
 void cMyPortSelect::rebuild(const QStringList& names)
@@ -68,6 +72,7 @@ void cMyPortSelect::rebuild(const QStringList& names)
     // The user may have chosen another port since the last time.
     const QString chosen = m_portCount > 0 ? currentText() : m_currentPort;
     m_portCount = names.size();
+    m_names = names;
     clear();
     if (names.isEmpty()) {
         // Clearing has told of the empty text already.

@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QList>
 #include <QSerialPortInfo>
+#include <QStringList>
 
 /// Offers the serial ports that a device is attached to, by their names, and keeps itself up to
 /// date. The current text is the port to use; it is empty, and the box disabled, after the last
@@ -42,6 +43,8 @@ private:
     QString m_currentPort;
     qint32 m_portCount = 0;
     QString m_heldPort;
+    bool m_wasHeld = false; ///< at the last look
+    QStringList m_names;    ///< that are listed
     cMyTtyWatch m_ttys;
 };
 

@@ -8,6 +8,7 @@
 #include "ui_simwidget.h"
 
 #include <QCoreApplication>
+#include <QFontInfo>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -85,14 +86,14 @@ cMySimWidget::~cMySimWidget()
 
 void cMySimWidget::join()
 {
-    for (const QPointer<QThread>& each : qAsConst(m_threads)) {
-        const std::unique_ptr<QThread> thread(each.data());
-        if (thread == nullptr) {
-            continue;
-        }
+    m_threads.removeAll({});
+    for (const QPointer<QThread>& thread : qAsConst(m_threads)) {
         thread->requestInterruption();
         // What the worker's end is connected to would need our event loop.
         thread->quit();
+    }
+    for (const QPointer<QThread>& each : qAsConst(m_threads)) {
+        const std::unique_ptr<QThread> thread(each.data());
         thread->wait();
     }
     m_threads.clear();
@@ -115,6 +116,9 @@ void cMySimWidget::setPortName(QString const& portName)
 
 void cMySimWidget::on_pbStartSim_clicked()
 {
+    if (m_isRunning) {
+        return;
+    }
     emit portNeeded();
     m_thread = new QThread;
     m_worker = new cMySimWorker;
@@ -243,7 +247,7 @@ void cMySimWidget::enlargeValues()
     for (const ShownValue& shown : shownValues) {
         QLabel* label = (*ui).*(shown.label);
         QFont font = label->font();
-        font.setPointSizeF(font.pointSizeF() * scale);
+        font.setPointSizeF(QFontInfo(font).pointSizeF() * scale); // it may be one of pixels
         label->setFont(font);
         // Numbers that come and go must not have the page laid out anew in each cycle.
         const QString widest = valueText(widestNumber, shown);

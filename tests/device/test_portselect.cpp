@@ -30,6 +30,7 @@ private slots:
     void aBootLoaderIsNoPort();
     void aHeldPortIsNotDisturbed();
     void aHeldPortThatGoesIsToldAtOnce();
+    void aHeldPortThatGivesWayToAnother();
     void portChangedIsNeverEmitted();
     void propertiesThatComeLate();
     void theSystemIsAskedOnlyWhenItMatters();
@@ -242,6 +243,21 @@ void TestPortSelect::aHeldPortThatGoesIsToldAtOnce()
     m_select->hold(first);
     m_ports->unplug(first);
     QTRY_COMPARE(items(), QStringList(second));
+}
+
+void TestPortSelect::aHeldPortThatGivesWayToAnother()
+{
+    m_ports->plug(first);
+    QTRY_COMPARE(m_select->currentText(), first);
+    m_select->hold(first);
+    m_ports->plug(second);
+    QTest::qWait(severalTicks);
+    QCOMPARE(items(), QStringList(first));
+    m_ports->unplug(first); // there are as many as before
+    QTRY_COMPARE(items(), QStringList(second));
+    m_select->hold(QString());
+    QTest::qWait(severalTicks);
+    QCOMPARE(items(), QStringList(second));
 }
 
 void TestPortSelect::portChangedIsNeverEmitted()

@@ -21,8 +21,8 @@ enum Rule {
     Added = 13
 };
 
-constexpr double distance = 2; // in m, between two messages of the depth
-constexpr double turningDepth = 4.2;
+constexpr double distance = 2;     // in m, between two messages of the depth
+constexpr double turningDepth = 5; // far from the last multiple, which is then said both ways
 
 const MessageRule depthEveryDistance = {Added, "underwater", nullptr, nullptr,
                                         {},    "Depth",      nullptr, "every distance E"};
@@ -191,7 +191,7 @@ QString Tour::checkMessages()
         return QStringLiteral("at the end it says \"%1\"")
             .arg(atEnd.join(QStringLiteral("\", \"")));
     }
-    // Down over two multiples of the distance, and back over the upper one.
+    // Down over two multiples of the distance at least, and back over them.
     QVector<double> depths;
     QSet<int> rules;
     for (const support::SpokenMessage& message : m_dive->spoken()) {
@@ -205,9 +205,9 @@ QString Tour::checkMessages()
             }
         }
     }
-    const bool isOnTheWay = depths.size() == 3 && depths.at(0) >= distance &&
+    const bool isOnTheWay = depths.size() >= 4 && depths.at(0) >= distance &&
                             depths.at(0) < 2 * distance && depths.at(1) >= 2 * distance &&
-                            depths.at(2) <= distance;
+                            depths.last() <= distance;
     if (!isOnTheWay || !rules.contains(WhileDescending)) {
         return QStringLiteral("of the depth it says only \"%1\"")
             .arg(m_dive->words().join(QStringLiteral("\", \"")));

@@ -26,6 +26,7 @@ private slots:
     void startPageAsksOnceAfterManySimulations();
     void startDuringAStatusQuery_data();
     void startDuringAStatusQuery();
+    void aCommandThatWaitedFollowsTheSimulation();
     void aSecondDeviceDuringADive();
     void theDeviceVanishes_data();
     void theDeviceVanishes();
@@ -154,6 +155,23 @@ void TestSimulationWindow::startDuringAStatusQuery()
     QCOMPARE(simulation::pressures(lines).mid(0, 3), QVector<int>(3, 1013));
     stop();
     button("pbGetStatus")->click();
+    QVERIFY(waitFor([&shown] { return shown.count() == 1; }));
+}
+
+void TestSimulationWindow::aCommandThatWaitedFollowsTheSimulation()
+{
+    support::Peer& peer = plugIn();
+    auto* link = m_window->findChild<cMyMiolka*>();
+    child<QPushButton>(*m_window, "pbGetStatus")->click();
+    QVERIFY(waitFor([&peer] { return peer.lines().size() > 10; }));
+    link->clearStats(); // as after its question
+    start(peer);
+    QVERIFY(!peer.lines().contains(QStringLiteral("#CLEAR")));
+    stop();
+    QVERIFY(waitFor([&peer] { return peer.lines().count(QStringLiteral("#CLEAR")) == 2; }));
+    QCOMPARE(peer.lines().mid(peer.lines().size() - 3), simulation::end() + QStringList("#CLEAR"));
+    const QSignalSpy shown(link, &cMyMiolka::statusChanged);
+    child<QPushButton>(*m_window, "pbGetStatus")->click();
     QVERIFY(waitFor([&shown] { return shown.count() == 1; }));
 }
 
