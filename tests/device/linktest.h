@@ -80,10 +80,7 @@ protected:
     static QMessageBox* errorBox() { return shownWindow<QMessageBox>(); }
 
     /// Whether nobody but the peer has the port open.
-    [[nodiscard]] bool isPortFree() const
-    {
-        return openDescriptors(m_peer->terminal()) == 1;
-    }
+    [[nodiscard]] bool isPortFree() const { return openDescriptors(m_peer->terminal()) == 1; }
 
     cMyMemoryArea m_image;
     std::unique_ptr<Peer> m_peer;
