@@ -69,6 +69,20 @@ private:
         QTest::newRow("last") << 23;
     }
 
+    /// From the eighth line on it is answered by notices only, again and again.
+    static void startWithNotices(RunningWorker& run, QTimer& notices)
+    {
+        connect(&notices, &QTimer::timeout, &run, [&run] { run.peer().send("! still here\r\n"); });
+        run.setAnswer([&run, &notices](const QByteArray& line) {
+            if (run.lines().size() < 8) {
+                return simulation::answering(1013)(line);
+            }
+            notices.start(5);
+            return QByteArray();
+        });
+        run.start();
+    }
+
     /// More than a terminal takes at once goes in pieces, with time to read each.
     static void sendInPieces(support::Peer& peer, const QByteArray& bytes)
     {
@@ -251,15 +265,7 @@ void TestSimEnds::noticesForeverAndStop()
 {
     RunningWorker run;
     QTimer notices;
-    connect(&notices, &QTimer::timeout, &run, [&run] { run.peer().send("! still here\r\n"); });
-    run.setAnswer([&](const QByteArray& line) {
-        if (run.lines().size() < 8) {
-            return simulation::answering(1013)(line);
-        }
-        notices.start(20);
-        return QByteArray("! still here\r\n");
-    });
-    run.start();
+    startWithNotices(run, notices);
     QVERIFY(run.waitForLines(8));
     // Longer than the patience: as long as anything comes, an answer may.
     QTest::qWait(cMyLineChannel::answerPatience + 500);
@@ -382,15 +388,7 @@ void TestSimEnds::leavingAmidNotices()
 {
     RunningWorker run;
     QTimer notices;
-    connect(&notices, &QTimer::timeout, &run, [&run] { run.peer().send("! still here\r\n"); });
-    run.setAnswer([&](const QByteArray& line) {
-        if (run.lines().size() < 8) {
-            return simulation::answering(1013)(line);
-        }
-        notices.start(5);
-        return QByteArray();
-    });
-    run.start();
+    startWithNotices(run, notices);
     QVERIFY(run.waitForLines(8));
     QElapsedTimer sinceRequest;
     sinceRequest.start();
