@@ -18,6 +18,9 @@
 #include "editor/rulegrid.h"
 #include "image/memoryarea.h"
 #include "image/settingsfile.h"
+#include "maintenance/aboutdialog.h"
+#include "maintenance/libraryupload.h"
+#include "maintenance/manual.h"
 #include "sim/simwidget.h"
 #include "ui_mainwindow.h"
 
@@ -164,7 +167,21 @@ void MainWindow::on_actionFirmwareUpdate_triggered()
 
 void MainWindow::on_actionLibraryUpdate_triggered()
 {
-    ui->statusBar->showMessage(tr("Niedostępne jeszcze w tej wersji."));
+    std::optional<QStringList> lines = m_libraryUpload->choose(m_document->directory());
+    if (lines) {
+        m_progress->open(tr("Proszę nie odłączać urządzenia."));
+        emit writeToMiolka(FLASH, *lines);
+    }
+}
+
+void MainWindow::on_actionPomoc_triggered()
+{
+    maintenance::openManual();
+}
+
+void MainWindow::on_actionAbout_triggered()
+{
+    m_aboutDialog->exec();
 }
 
 void MainWindow::newDataRead(MemoryType area, quint32 address, QVector<quint8> bytes)

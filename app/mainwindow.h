@@ -12,9 +12,11 @@
 
 #include <memory>
 
+class cMyAboutDialog;
 class cMyDescription;
 class cMyDeviceActions;
 class cMyImageGate;
+class cMyLibraryUpload;
 class cMyMemoryArea;
 class cMyMiolka;
 class cMyMiolkaStatus;
@@ -103,7 +105,12 @@ public slots:
     void on_actionClearStats_triggered();
     void on_actionPowerOff_triggered();
     void on_actionFirmwareUpdate_triggered();
+
+    /// Sends a sound library or custom messages library to the device's flash memory.
     void on_actionLibraryUpdate_triggered();
+
+    void on_actionPomoc_triggered();
+    void on_actionAbout_triggered();
 
     /// Takes bytes read from the device into the settings image; only EEPROM holds settings.
     void newDataRead(MemoryType area, quint32 address, QVector<quint8> bytes);
@@ -172,6 +179,8 @@ private:
     cMyTransferProgress* m_progress = nullptr;
     cMyServiceCommands* m_service = nullptr;
     cMyMiolkaStatus* m_statusDialog = nullptr;
+    cMyAboutDialog* m_aboutDialog = nullptr;
+    std::unique_ptr<cMyLibraryUpload> m_libraryUpload;
     std::unique_ptr<cMyStatusPage> m_statusPage;
     std::unique_ptr<cMyDeviceActions> m_deviceActions;
     cMyPortNote* m_portNote = nullptr;

@@ -20,6 +20,8 @@
 #include "editor/rulegrid.h"
 #include "image/memoryarea.h"
 #include "image/settingsfile.h"
+#include "maintenance/aboutdialog.h"
+#include "maintenance/libraryupload.h"
 #include "sim/simwidget.h"
 #include "ui_mainwindow.h"
 
@@ -103,6 +105,9 @@ void MainWindow::createDeviceLink()
 {
     m_link = new cMyMiolka(m_image, this);
     m_statusDialog = new cMyMiolkaStatus(this);
+    m_aboutDialog = new cMyAboutDialog(this);
+    m_aboutDialog->setVersion(m_version);
+    m_libraryUpload = std::make_unique<cMyLibraryUpload>(*this);
     m_progress = new cMyTransferProgress(*this);
     m_service = new cMyServiceCommands(*m_link, *this);
 }

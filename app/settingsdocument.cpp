@@ -27,7 +27,7 @@ bool cMySettingsDocument::openFileDialog(const QString& mode)
         return true;
     }
     const QString path = QFileDialog::getOpenFileName(
-        &m_window, tr("Otworz plik"), m_file.absolutePath(), tr("Pliki nastaw (*.mio)"));
+        &m_window, tr("Otworz plik"), directory(), tr("Pliki nastaw (*.mio)"));
     if (path.isEmpty()) {
         return false;
     }
@@ -59,7 +59,7 @@ void cMySettingsDocument::saveFileDialog(const QString& mode)
         path = m_file.absoluteFilePath();
     }
     if (path.isEmpty()) {
-        path = QFileDialog::getSaveFileName(&m_window, tr("Zapisz do pliku"), m_file.absolutePath(),
+        path = QFileDialog::getSaveFileName(&m_window, tr("Zapisz do pliku"), directory(),
                                             tr("Pliki nastaw (*.mio)"));
         if (path.isEmpty()) {
             return;
@@ -86,6 +86,11 @@ QString cMySettingsDocument::canonicalPath() const
     const QString path = m_file.filePath();
     return path.isEmpty() || image::isMangled(path) ? QString()
                                                     : QFileInfo(path).canonicalFilePath();
+}
+
+QString cMySettingsDocument::directory() const
+{
+    return m_file.absolutePath();
 }
 
 QString cMySettingsDocument::droppedFile(const QMimeData& data)

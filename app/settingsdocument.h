@@ -45,6 +45,9 @@ public:
     /// Canonical path of the current file; empty if there is none or it does not exist.
     [[nodiscard]] QString canonicalPath() const;
 
+    /// Where dialogs about files begin: the directory of the current file, or the working directory.
+    [[nodiscard]] QString directory() const;
+
     /// The regular file on this machine that the data stands for, the first if there are several;
     /// empty if there is none.
     [[nodiscard]] static QString droppedFile(const QMimeData& data);

@@ -55,6 +55,11 @@ bool isMangled(const QString& path)
     return !path.isEmpty() && !isEncodable(fromNative(fs::absolute(toNative(path), error)));
 }
 
+bool isRegularFile(const QString& path)
+{
+    return isEncodable(path) && QFileInfo(path).isFile();
+}
+
 QString writeTarget(const QString& path)
 {
     if (path.isEmpty() || !isEncodable(path)) {

@@ -23,6 +23,10 @@ namespace image {
 /// file dialogs show undecodable names) and there is no such file.
 [[nodiscard]] bool isMangled(const QString& path);
 
+/// Whether there is a regular file of this name. Opening a FIFO waits for its other end, and a device
+/// node has no end.
+[[nodiscard]] bool isRegularFile(const QString& path);
+
 /// The file that opening this path for writing would open or create, symbolic links followed as
 /// the system follows them. Empty if there can be none (links in a loop, a missing directory) or if
 /// its name is not valid UTF-8.

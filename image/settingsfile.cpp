@@ -16,14 +16,6 @@
 
 namespace {
 
-constexpr std::string_view endOfFile = ":00000001FF";
-
-/// Opening a FIFO waits for its other end, and a device node has no end.
-bool isRegularFile(const QString& path)
-{
-    return image::isEncodable(path) && QFileInfo(path).isFile();
-}
-
 /// Writes over a file where its directory takes no new one. What is longer than the file goes
 /// behind its end first, since only that can fail for want of room; then the rest is written over
 /// the old bytes in one piece. If anything fails the old bytes are put back.
@@ -85,7 +77,7 @@ bool readSettingsFile(const QString& path, cMyMemoryArea& area)
     }
     cMyWordReader words(file);
     cMyRecordFields fields;
-    for (std::string_view word = words.next(); !word.empty() && word != endOfFile;
+    for (std::string_view word = words.next(); !word.empty() && word != endOfFileRecord;
          word = words.next()) {
         if (decodeRecord(word, fields) != RecordFault::None || !isChecksumRight(fields)) {
             break;

@@ -128,10 +128,6 @@
         <translation>Help...</translation>
     </message>
     <message>
-        <source>Niedostępne jeszcze w tej wersji.</source>
-        <translation>Not available in this version yet.</translation>
-    </message>
-    <message>
         <source>O Programie...</source>
         <translation>About...</translation>
     </message>
@@ -291,12 +287,86 @@ version:</translation>
         <source>Połączenie z Miolką przerwane przed końcem transmisji.</source>
         <translation>The connection to the Miolka was lost before the transfer was complete.</translation>
     </message>
+    <message>
+        <source>Zapisz do Miolki bibliotekę dźwięków lub komunikaty użytkownika.</source>
+        <translation>Put a sound library or custom messages library into the Miolka.</translation>
+    </message>
+    <message>
+        <source>Otwórz podręcznik użytkownika.</source>
+        <translation>Open the user manual.</translation>
+    </message>
+    <message>
+        <source>Pokaż wersję programu, autorów i licencję.</source>
+        <translation>Show the version of the program, its authors and its licence.</translation>
+    </message>
+    <message>
+        <source>Proszę nie odłączać urządzenia.</source>
+        <translation>Please don&apos;t disconnect your device during the process.</translation>
+    </message>
+</context>
+<context>
+    <name>cMyAboutDialog</name>
+    <message>
+        <source>O Programie</source>
+        <translation>About</translation>
+    </message>
+    <message>
+        <source>Wersja:</source>
+        <translation>Version:</translation>
+    </message>
+    <message>
+        <source>Autorzy MIOLKAsoft</source>
+        <translation>By the MIOLKAsoft authors</translation>
+    </message>
+    <message>
+        <source>Copyright © 2026 autorzy MIOLKAsoft.
+Wolne oprogramowanie na licencji GPL w wersji 3 lub nowszej, bez żadnej gwarancji.</source>
+        <translation>Copyright © 2026 the MIOLKAsoft authors.
+Free software under the GNU GPL, version 3 or later, without any warranty.</translation>
+    </message>
+    <message>
+        <source>Zamknij</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Wersja: </source>
+        <translation>Version: </translation>
+    </message>
 </context>
 <context>
     <name>cMyDeviceActions</name>
     <message>
         <source>Najpierw podłącz Miolkę.</source>
         <translation>Connect a Miolka first.</translation>
+    </message>
+</context>
+<context>
+    <name>cMyLibraryUpload</name>
+    <message>
+        <source>Otworz plik</source>
+        <translation>Open file</translation>
+    </message>
+    <message>
+        <source>Biblioteka jezyka (*.mia);;Komunikaty użytkownika (*.mic)</source>
+        <translation>Sound library (*.mia);;Custom messages library (*.mic)</translation>
+    </message>
+    <message>
+        <source>Aktualizacja biblioteki dźwięków...</source>
+        <translation>Sound library update...</translation>
+    </message>
+    <message>
+        <source>Nastąpi aktualizacja biblioteki dźwięków.
+Czy chcesz kontynuować?</source>
+        <translation>The sound library will be updated.
+Do you want to continue?</translation>
+    </message>
+    <message>
+        <source>Błąd</source>
+        <translation>Error</translation>
+    </message>
+    <message>
+        <source>Ten plik jest za duży na bibliotekę dźwięków.</source>
+        <translation>This file is too large for a sound library.</translation>
     </message>
 </context>
 <context>
