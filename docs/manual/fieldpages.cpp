@@ -7,7 +7,6 @@
 #include "docs/manual/pages.h"
 #include "editor/fieldcodec.h"
 #include "editor/rulegrid.h"
-#include "editor/textvalidator.h"
 
 #include <QCoreApplication>
 
@@ -23,21 +22,6 @@ QString fact(const char* name, const QString& value)
     return QStringLiteral("[%1]{.key} [%2]{.value}\n").arg(QString::fromLatin1(name), value);
 }
 
-QString typableCharacters()
-{
-    int first = 0;
-    while (!editor::isTypable(QChar(first))) {
-        ++first;
-    }
-    int last = first;
-    while (editor::isTypable(QChar(last + 1))) {
-        ++last;
-    }
-    return QStringLiteral("letters without accents, digits, spaces, punctuation (ASCII %1 to %2)")
-        .arg(first)
-        .arg(last);
-}
-
 QString facts(const cMySettingsField& field)
 {
     QString text;
@@ -51,7 +35,7 @@ QString facts(const cMySettingsField& field)
     }
     if (field.encoding == FieldEncoding::Text) {
         text += fact("Room", QStringLiteral("%1 characters").arg(editor::textCapacity(field)));
-        text += fact("Characters", typableCharacters());
+        text += fact("Characters", QStringLiteral("ASCII, so no accents"));
     }
     if (manual::isThreshold(field)) {
         text += fact("Range and unit", QStringLiteral("those of the measured value"));

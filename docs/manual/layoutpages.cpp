@@ -14,6 +14,7 @@ using manual::Column;
 using manual::literal;
 
 const QString nothing = QStringLiteral("–");
+const QString compact = QStringLiteral("compact"); ///< the class of long tables
 
 QString orNothing(const QString& text)
 {
@@ -86,19 +87,19 @@ QStringList commonCells(const cMySettingsField& field)
 QVector<Column> columns(const char* place, int share)
 {
     return {{QString::fromLatin1(place), share}, {QStringLiteral("Bytes"), 7},
-            {QStringLiteral("Field"), 29},       {QStringLiteral("Encoding"), 12},
-            {QStringLiteral("Factor"), 11},      {QStringLiteral("Range"), 19},
-            {QStringLiteral("Default"), 15}};
+            {QStringLiteral("Field"), 31},       {QStringLiteral("Encoding"), 10},
+            {QStringLiteral("Factor"), 10},      {QStringLiteral("Range"), 20},
+            {QStringLiteral("Default"), 14}};
 }
 
 QString fieldTable()
 {
-    constexpr int share = 13;
+    constexpr int share = 14;
     QVector<QStringList> rows;
     for (const cMySettingsField& field : editor::settingsFields()) {
         if (!manual::isRuleMember(field)) {
             const QString place =
-                QStringLiteral("%1 %2").arg(hexadecimal(field.address)).arg(field.address);
+                QStringLiteral("%1 (%2)").arg(field.address).arg(hexadecimal(field.address));
             rows.append(QStringList(place) + commonCells(field));
         }
     }
@@ -226,10 +227,10 @@ namespace manual {
 Pages layoutPages(const cMyAdvice& advice)
 {
     return {{QStringLiteral("layout.md"),
-             fieldTable() + notEdited(advice) +
-                 ruleTable("timerRule", "Timer", editor::timerRuleCount) +
-                 ruleTable("messageRule", "Message", editor::messageRuleCount)},
-            {QStringLiteral("option-codes.md"), codes()}};
+             block(compact, fieldTable()) + notEdited(advice) +
+                 block(compact, ruleTable("timerRule", "Timer", editor::timerRuleCount) +
+                                    ruleTable("messageRule", "Message", editor::messageRuleCount))},
+            {QStringLiteral("option-codes.md"), block(compact, codes())}};
 }
 
 Pages allPages(const cMyAdvice& advice)

@@ -2,7 +2,8 @@
 -- SPDX-License-Identifier: GPL-3.0-or-later
 
 -- What pandoc does to the chapters: includes what was generated, leaves appendices without a number,
--- and ends where a file, a picture or the target of a link is missing. Pictures and the directory
+-- keeps together what would look lost apart, and ends where a file, a picture or the target of a link
+-- is missing. Pictures and the directory
 -- "generated" are looked for in the directory where pandoc runs.
 
 local function include(block)
@@ -34,6 +35,47 @@ local function has_class(element, class)
   return element.classes:includes(class)
 end
 
+-- A table that may as well go to the next page as a whole.
+local short_table = 6
+
+local function mark_short_table(element)
+  local rows = 0
+  for _, body in ipairs(element.bodies) do
+    rows = rows + #body.body
+  end
+  if rows <= short_table then
+    element.classes:insert("short")
+  end
+  return element
+end
+
+-- "What is heard:" belongs to what comes below it.
+local function keep_lead_ins(blocks)
+  local followers = {CodeBlock = true, Table = true, BulletList = true, OrderedList = true, Div = true}
+  for i = 1, #blocks - 1 do
+    local is_lead_in = blocks[i].t == "Para" and pandoc.utils.stringify(blocks[i]):match(":$")
+    if is_lead_in and followers[blocks[i + 1].t] then
+      blocks[i] = pandoc.Div({blocks[i]}, pandoc.Attr("", {"lead-in"}))
+    end
+  end
+  return blocks
+end
+
+local units = pandoc.List({"m", "cm", "s", "min", "h", "Hz", "m/s", "cm/s", "dB", "mbar", "°C", "%", "ms"})
+
+-- No line ends between a number and its unit.
+local function keep_units(inlines)
+  for i = 2, #inlines - 1 do
+    local before, after = inlines[i - 1], inlines[i + 1]
+    local is_gap = inlines[i].t == "Space" or inlines[i].t == "SoftBreak"
+    if is_gap and before.t == "Str" and before.text:match("%d$") and after.t == "Str"
+        and units:includes((after.text:gsub("[.,;:)]+$", ""))) then
+      inlines[i] = pandoc.Str("\u{a0}")
+    end
+  end
+  return inlines
+end
+
 local in_appendix = false
 
 local function leave_appendix_unnumbered(header)
@@ -63,7 +105,9 @@ end
 
 function Pandoc(doc)
   local body = pandoc.walk_block(pandoc.Div(doc.blocks), {RawBlock = include})
-  body = pandoc.walk_block(body, {Header = leave_appendix_unnumbered, Image = check_picture})
+  body = pandoc.walk_block(body, {Header = leave_appendix_unnumbered, Image = check_picture,
+    Table = mark_short_table, Inlines = keep_units})
+  body = pandoc.walk_block(body, {Blocks = keep_lead_ins})
   check_links(body)
   doc.blocks = body.content
   return doc

@@ -35,13 +35,16 @@ QString meanings(const QString& table, const cMyAdvice& advice)
 {
     const cMyTableModel options(manual::optionTableFile(table));
     const QString sister = QString(table).replace(0, 3, QStringLiteral("tim"));
+    const bool isShared =
+        sister != table &&
+        cMyTableModel(manual::optionTableFile(sister)).getList() == options.getList();
     QVector<QStringList> rows;
     QStringList selfSpeaking;
     for (int row = 0; row < options.rowCount(); ++row) {
         const QString code = options.cell(row, cMyTableModel::Value);
         QString meaning = advice.meaning(table, code.toInt());
         const QString forTimers = advice.text(manual::adviceKey(sister, code));
-        if (table != sister && !forTimers.isEmpty() && forTimers != meaning) {
+        if (isShared && !forTimers.isEmpty() && forTimers != meaning) {
             meaning += QStringLiteral("\n\nIn a timer rule: ") + forTimers;
         }
         const QString label = options.cell(row, cMyTableModel::Label);
@@ -58,10 +61,10 @@ QString meanings(const QString& table, const cMyAdvice& advice)
 
 QString values(const cMyAdvice& advice)
 {
-    const QVector<Column> columns = {{QStringLiteral("Value"), 25},
-                                     {QStringLiteral("Unit"), 9},
-                                     {QStringLiteral("Range"), 20},
-                                     {QStringLiteral("Meaning"), 46}};
+    const QVector<Column> columns = {{QStringLiteral("Value"), 29},
+                                     {QStringLiteral("Unit"), 8},
+                                     {QStringLiteral("Range"), 19},
+                                     {QStringLiteral("Meaning"), 44}};
     const cMyTableModel options(manual::optionTableFile(measuredValues));
     QVector<QStringList> rows;
     for (int row = 0; row < options.rowCount(); ++row) {

@@ -1,0 +1,14 @@
+# SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+# Prints HTML to PDF with WEASYPRINT. Whatever it complains about is an error: a picture that is
+# missing, a link that leads nowhere, a rule of the style that it does not know.
+execute_process(COMMAND ${WEASYPRINT} ${HTML} ${PDF}.part
+    RESULT_VARIABLE status OUTPUT_VARIABLE said ERROR_VARIABLE said)
+# The font's own date is of no concern.
+string(REGEX REPLACE "'created' timestamp[^\n]*\n" "" said "${said}")
+if(NOT status EQUAL 0 OR NOT said STREQUAL "")
+    file(REMOVE ${PDF}.part)
+    message(FATAL_ERROR "The manual cannot be printed: ${said}")
+endif()
+file(RENAME ${PDF}.part ${PDF})
