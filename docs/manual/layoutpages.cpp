@@ -1,0 +1,246 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "docs/manual/advice.h"
+#include "docs/manual/fieldfacts.h"
+#include "docs/manual/markdown.h"
+#include "docs/manual/optiontables.h"
+#include "docs/manual/pages.h"
+#include "editor/tablemodel.h"
+
+namespace {
+
+using manual::Column;
+using manual::literal;
+
+const QString nothing = QStringLiteral("–");
+
+QString orNothing(const QString& text)
+{
+    return text.isEmpty() ? nothing : text;
+}
+
+QString hexadecimal(int address)
+{
+    constexpr int digits = 3;
+    constexpr int base = 16;
+    return QStringLiteral("0x%1").arg(address, digits, base, QLatin1Char('0'));
+}
+
+QString encoding(const cMySettingsField& field)
+{
+    switch (field.encoding) {
+    case FieldEncoding::Unsigned:
+        return QStringLiteral("unsigned");
+    case FieldEncoding::Signed:
+        return QStringLiteral("signed");
+    case FieldEncoding::Text:
+        return QStringLiteral("Latin-1");
+    case FieldEncoding::Bytes:
+        return QStringLiteral("bytes");
+    }
+    return {};
+}
+
+QString factor(const cMySettingsField& field)
+{
+    const bool isText = field.encoding == FieldEncoding::Text;
+    if (isText || field.encoding == FieldEncoding::Bytes) {
+        return nothing;
+    }
+    return manual::isThreshold(field) ? QStringLiteral("of the value")
+                                      : QString::number(field.factor);
+}
+
+QString shownRange(const cMySettingsField& field)
+{
+    if (manual::isThreshold(field)) {
+        return QStringLiteral("of the value");
+    }
+    if (!field.optionTable.isEmpty()) {
+        return QStringLiteral("see the codes");
+    }
+    const QString range = manual::range(field);
+    return orNothing(field.unit.isEmpty() || range.isEmpty()
+                         ? range
+                         : range + QLatin1Char(' ') + literal(field.unit));
+}
+
+QString withoutNumber(const QString& caption)
+{
+    const QString number = caption.section(QStringLiteral(". "), 0, 0);
+    return number.toInt() > 0 ? caption.mid(number.size() + 2) : caption;
+}
+
+/// What is said of fields that stand by themselves and of a rule's members alike.
+QStringList commonCells(const cMySettingsField& field)
+{
+    return {QString::number(field.width),
+            literal(withoutNumber(editor::caption(field))),
+            encoding(field),
+            factor(field),
+            shownRange(field),
+            literal(manual::defaultValue(field))};
+}
+
+QVector<Column> columns(const char* place, int share)
+{
+    return {{QString::fromLatin1(place), share}, {QStringLiteral("Bytes"), 7},
+            {QStringLiteral("Field"), 29},       {QStringLiteral("Encoding"), 12},
+            {QStringLiteral("Factor"), 11},      {QStringLiteral("Range"), 19},
+            {QStringLiteral("Default"), 15}};
+}
+
+QString fieldTable()
+{
+    constexpr int share = 13;
+    QVector<QStringList> rows;
+    for (const cMySettingsField& field : editor::settingsFields()) {
+        if (!manual::isRuleMember(field)) {
+            const QString place =
+                QStringLiteral("%1 %2").arg(hexadecimal(field.address)).arg(field.address);
+            rows.append(QStringList(place) + commonCells(field));
+        }
+    }
+    return manual::table(columns("Address", share), rows, QStringLiteral("Fields"));
+}
+
+QString ruleTable(const char* kind, const char* name, int count)
+{
+    constexpr int share = 9;
+    const QString fieldKind = QString::fromLatin1(kind);
+    const QVector<cMySettingsField> members = manual::ruleMembers(fieldKind);
+    const int first = members.first().address;
+    const QString firstMember = members.first().name.section(QLatin1Char('.'), 1);
+    const int size =
+        editor::settingsField(editor::ruleMember(fieldKind, 2, firstMember)).address - first;
+    QVector<QStringList> rows;
+    for (const cMySettingsField& field : members) {
+        rows.append(QStringList(QString::number(field.address - first)) + commonCells(field));
+    }
+    const QString place =
+        QStringLiteral("%1 rule *n* of %2, with *n* from 1 to %2, begins at address "
+                       "%3 + %4 × (*n* − 1). Its members, from there:\n\n")
+            .arg(QString::fromLatin1(name))
+            .arg(count)
+            .arg(first)
+            .arg(size);
+    return place + manual::table(columns("Offset", share), rows,
+                                 QStringLiteral("%1 rules").arg(QString::fromLatin1(name)));
+}
+
+/// The fields that no page of the editor has.
+QString notEdited(const cMyAdvice& advice)
+{
+    QString text;
+    for (const char* name : {"programVersion", "gravity"}) {
+        const cMySettingsField& field = editor::settingsField(QString::fromLatin1(name));
+        text += QStringLiteral("**%1.** %2\n\n")
+                    .arg(literal(editor::caption(field)), advice.text(field.name));
+    }
+    return text;
+}
+
+/// "2. Depth sampling rate", or "When (timer rules, message rules)".
+QString users(const QList<QStringList>& options)
+{
+    QString caption;
+    QStringList kinds;
+    for (const cMySettingsField& field : editor::settingsFields()) {
+        if (field.optionTable.isEmpty() ||
+            cMyTableModel(editor::optionTableFile(field)).getList() != options) {
+            continue;
+        }
+        caption = withoutNumber(editor::caption(field));
+        if (manual::isRuleMember(field)) {
+            kinds += field.name.startsWith(QLatin1String("timer"))
+                         ? QStringLiteral("timer rules")
+                         : QStringLiteral("message rules");
+        }
+    }
+    kinds.removeDuplicates();
+    return kinds.isEmpty()
+               ? caption
+               : QStringLiteral("%1 (%2)").arg(caption, kinds.join(QStringLiteral(", ")));
+}
+
+/// Codes and labels side by side, as they would leave most of the page empty otherwise.
+QString plainCodes(const QList<QStringList>& options)
+{
+    constexpr int groups = 3;
+    const int length = (options.size() + groups - 1) / groups;
+    QVector<Column> columns;
+    QVector<QStringList> rows(length);
+    for (int group = 0; group < groups; ++group) {
+        columns += {{QStringLiteral("Code"), 8}, {QStringLiteral("Choice"), 25}};
+        for (int row = 0; row < length; ++row) {
+            const QStringList option = options.value(group * length + row);
+            rows[row] += option.value(cMyTableModel::Value);
+            rows[row] += literal(option.value(cMyTableModel::Label));
+        }
+    }
+    return manual::table(columns, rows, users(options));
+}
+
+QString measuredCodes(const QList<QStringList>& options)
+{
+    QVector<QStringList> rows;
+    for (const QStringList& option : options) {
+        const QString unit = option.value(cMyTableModel::Unit);
+        const QString range =
+            QStringLiteral("%1 to %2")
+                .arg(option.value(cMyTableModel::Minimum), option.value(cMyTableModel::Maximum));
+        rows.append({option.value(cMyTableModel::Value),
+                     literal(option.value(cMyTableModel::Label)),
+                     unit.isEmpty() ? nothing : option.value(cMyTableModel::Factor),
+                     orNothing(literal(unit)), unit.isEmpty() ? nothing : range});
+    }
+    return manual::table({{QStringLiteral("Code"), 10},
+                          {QStringLiteral("Value"), 35},
+                          {QStringLiteral("Factor"), 15},
+                          {QStringLiteral("Unit"), 15},
+                          {QStringLiteral("Range"), 25}},
+                         rows, users(options));
+}
+
+/// Every table once, where timer rules and message rules have the same.
+QString codes()
+{
+    QString text;
+    QList<QList<QStringList>> done;
+    for (const QString& table : manual::optionTables()) {
+        const QList<QStringList> options = cMyTableModel(manual::optionTableFile(table)).getList();
+        if (!done.contains(options)) {
+            const bool isMeasured = options.first().size() > cMyTableModel::Factor;
+            text += isMeasured ? measuredCodes(options) : plainCodes(options);
+            done.append(options);
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+namespace manual {
+
+Pages layoutPages(const cMyAdvice& advice)
+{
+    return {{QStringLiteral("layout.md"),
+             fieldTable() + notEdited(advice) +
+                 ruleTable("timerRule", "Timer", editor::timerRuleCount) +
+                 ruleTable("messageRule", "Message", editor::messageRuleCount)},
+            {QStringLiteral("option-codes.md"), codes()}};
+}
+
+Pages allPages(const cMyAdvice& advice)
+{
+    Pages pages = fieldPages(advice);
+    for (const Pages& more : {optionPages(advice), layoutPages(advice)}) {
+        for (auto page = more.cbegin(); page != more.cend(); ++page) {
+            pages.insert(page.key(), page.value());
+        }
+    }
+    return pages;
+}
+
+} // namespace manual

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_DOCS_MANUAL_OPTIONTABLES_H
+#define MIOLKA_DOCS_MANUAL_OPTIONTABLES_H
+
+#include <QString>
+#include <QStringList>
+
+/// What the manual is made of.
+namespace manual {
+
+/// The tables that fields offer their choices from, in the order of the first field of each.
+[[nodiscard]] QStringList optionTables();
+
+/// Where among the resources one of them lies.
+[[nodiscard]] QString optionTableFile(const QString& table);
+
+} // namespace manual
+
+#endif
