@@ -30,6 +30,7 @@ private slots:
     void everyRuleIsInTheTable();
     void theDiveIsHeardAsPrinted_data();
     void theDiveIsHeardAsPrinted();
+    void theRecordsInTheAppendixAreInTheFile();
 
 private:
     QTranslator m_english;
@@ -260,6 +261,21 @@ void TestManualExamples::theDiveIsHeardAsPrinted()
     QVERIFY(!example().heard.isEmpty());
     const QStringList said = heard(support::bytesOf(settings), example().dive);
     QVERIFY2(said == example().heard, qPrintable(said.join(QLatin1Char('\n'))));
+}
+
+void TestManualExamples::theRecordsInTheAppendixAreInTheFile()
+{
+    const QStringList file =
+        QString::fromLatin1(contents(settingsPath(QStringLiteral("depth-every-5-m"))))
+            .split(QLatin1Char('\n'));
+    const QString appendix = QString::fromUtf8(
+        contents(QStringLiteral(MIOLKA_SOURCE_DIR "/docs/manual/chapters/A-file-format.md")));
+    const QStringList blocks = appendix.split(QStringLiteral("```record\n"));
+    QVERIFY(blocks.size() > 1);
+    for (const QString& block : blocks.mid(1)) {
+        const QString record = block.section(QLatin1Char('\n'), 0, 0);
+        QVERIFY2(file.contains(record), qPrintable(record));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestManualExamples)
