@@ -53,6 +53,11 @@ QString shownNumber(double number, double factor)
                            editor::decimalsOfFactor(factor).value_or(decimalsOffScreen));
 }
 
+QString withoutBrackets(const QString& unit)
+{
+    return unit.mid(1, unit.size() - 2);
+}
+
 QString range(const cMySettingsField& field)
 {
     if (!isNumber(field) || !field.optionTable.isEmpty() || isThreshold(field)) {

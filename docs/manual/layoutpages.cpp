@@ -8,6 +8,8 @@
 #include "docs/manual/pages.h"
 #include "editor/tablemodel.h"
 
+#include <algorithm>
+
 namespace {
 
 using manual::Column;
@@ -168,12 +170,15 @@ QString users(const QList<QStringList>& options)
 /// Codes and labels side by side, as they would leave most of the page empty otherwise.
 QString plainCodes(const QList<QStringList>& options)
 {
-    constexpr int groups = 3;
+    constexpr int mostGroups = 3;
+    const int groups = std::min(mostGroups, options.size());
     const int length = (options.size() + groups - 1) / groups;
     QVector<Column> columns;
     QVector<QStringList> rows(length);
     for (int group = 0; group < groups; ++group) {
-        columns += {{QStringLiteral("Code"), 8}, {QStringLiteral("Choice"), 25}};
+        constexpr int codeShare = 8;
+        columns += {{QStringLiteral("Code"), codeShare},
+                    {QStringLiteral("Choice"), 100 / groups - codeShare}};
         for (int row = 0; row < length; ++row) {
             const QStringList option = options.value(group * length + row);
             rows[row] += option.value(cMyTableModel::Value);
@@ -187,7 +192,7 @@ QString measuredCodes(const QList<QStringList>& options)
 {
     QVector<QStringList> rows;
     for (const QStringList& option : options) {
-        const QString unit = option.value(cMyTableModel::Unit);
+        const QString unit = manual::withoutBrackets(option.value(cMyTableModel::Unit));
         const QString range =
             QStringLiteral("%1 to %2")
                 .arg(option.value(cMyTableModel::Minimum), option.value(cMyTableModel::Maximum));

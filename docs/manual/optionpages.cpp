@@ -75,8 +75,8 @@ QString values(const cMyAdvice& advice)
                                   .arg(manual::shownNumber(scale.minimum, scale.factor),
                                        manual::shownNumber(scale.maximum, scale.factor));
         rows.append({literal(options.cell(row, cMyTableModel::Label)),
-                     literal(scale.unit.mid(1, scale.unit.size() - 2)),
-                     isCompared ? range : QString(), advice.meaning(measuredValues, code.toInt())});
+                     literal(manual::withoutBrackets(scale.unit)), isCompared ? range : QString(),
+                     advice.meaning(measuredValues, code.toInt())});
     }
     return manual::table(columns, rows);
 }
