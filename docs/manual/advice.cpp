@@ -77,7 +77,7 @@ cMyAdvice::cMyAdvice(const QString& source)
 
 QString cMyAdvice::meaning(const QString& table, int code) const
 {
-    const QString own = text(manual::adviceKey(table, QString::number(code)));
+    QString own = text(manual::adviceKey(table, QString::number(code)));
     if (!own.isEmpty() || !table.startsWith(QLatin1String("tim"))) {
         return own;
     }

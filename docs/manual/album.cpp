@@ -28,7 +28,7 @@ QSize sizeOf(const QPixmap& picture)
 
 } // namespace
 
-cMyAlbum::cMyAlbum(QDir directory) : m_directory(std::move(directory)) {}
+cMyAlbum::cMyAlbum(const QDir& directory) : m_directory(directory) {}
 
 bool cMyAlbum::add(const QString& name, const QPixmap& picture) const
 {

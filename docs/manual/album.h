@@ -14,7 +14,7 @@ class QWidget;
 class cMyAlbum
 {
 public:
-    explicit cMyAlbum(QDir directory);
+    explicit cMyAlbum(const QDir& directory);
 
     /// These return false if the file cannot be written. A name has no ending.
     [[nodiscard]] bool add(const QString& name, const QPixmap& picture) const;

@@ -131,7 +131,7 @@ void TestMainWindow::actions_data()
     row("actionPowerOff", "Wyłącz Miolkę...", "Switch Miolka Off...");
     row("actionLibraryUpdate", "Aktualizacja biblioteki dźwięków...", "Sound library update...");
     row("actionFirmwareUpdate", "Aktualizacja firmware...", "Firmware update...");
-    row("actionPomoc", "Pomoc...", "Help...");
+    row("actionPomoc", "Pomoc...", "Help...", "", "F1");
     row("actionAbout", "O Programie...", "About...");
     row("actionSearchDFU", "Sprawdz urządzenia DFU", "DFU state devices check");
 }

@@ -243,8 +243,7 @@ void TestManualPages::theLayoutHasAddressesAndRules()
     const QString layout = page("layout.md");
     for (const char* line :
          {"| 136 (0x088) | 1 | Dive start depth threshold | unsigned | 1 | 5 to 255 cm | 100 cm |",
-          "| 158 (0x09e) | 2 | Local gravity | unsigned | 3276.8 | 0.00 to 19.99 m/s² | 9.81 m/s² "
-          "|",
+          "| Local gravity | unsigned | 3276.8 | 0.00 to 19.99 m/s² | 9.81 m/s² |",
           "| 512 (0x200) | 512 | Description | Latin-1 | – | – | empty |",
           "of 8, with *n* from 1 to 8, begins at address 256 + 8 × (*n* − 1)",
           "of 24, with *n* from 1 to 24, begins at address 320 + 8 × (*n* − 1)",

@@ -122,6 +122,16 @@ QString transfer(Session& session, const QString& action)
     return unless(session.waitForNoDialog(), QStringLiteral("it does not end"));
 }
 
+QString beginUpload(Session& session, const QString& file)
+{
+    const bool isBegun = session.trigger(QStringLiteral("actionLibraryUpdate")) &&
+                         session.waitForDialog(QStringLiteral("Open file")) &&
+                         session.chooseFile(file) &&
+                         session.waitForDialog(QStringLiteral("Sound library update...")) &&
+                         session.answer(QStringLiteral("Yes"));
+    return unless(isBegun, QStringLiteral("the upload does not begin: ") + session.error());
+}
+
 QString saveAs(Session& session, const QString& file)
 {
     const bool isSaved = session.trigger(QStringLiteral("actionSaveAs")) &&

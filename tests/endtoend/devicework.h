@@ -32,6 +32,9 @@ class Session;
 /// Reads or writes, by the name of the action, and waits for the end.
 [[nodiscard]] QString transfer(Session& session, const QString& action);
 
+/// Chooses a library file and confirms, until its upload is under way.
+[[nodiscard]] QString beginUpload(Session& session, const QString& file);
+
 /// Saves the settings to a new file.
 [[nodiscard]] QString saveAs(Session& session, const QString& file);
 

@@ -47,7 +47,8 @@ void GroupLeader::killGroup()
 }
 
 Session::Session(const SessionOptions& options)
-    : m_ports(QDir::temp().filePath(QStringLiteral("miolka-virtual-ports.lock")))
+    : m_ports(QDir::temp().filePath(QStringLiteral("miolka-virtual-ports.lock"))),
+      m_withEmulator(options.withEmulator)
 {
     if (options.withEmulator && !reservePorts()) {
         m_error = QStringLiteral("another program has the virtual ports");
@@ -118,9 +119,11 @@ void Session::start(const SessionOptions& options)
             m_error = QStringLiteral("cannot make the control pipe");
             return;
         }
-        command << QStringLiteral(MIOLKA_EMULATOR) << QStringLiteral("--control") << fifo
-                << QStringLiteral("--trace") << tracePath() << options.emulatorOptions
-                << QStringLiteral("--");
+        command << QStringLiteral(MIOLKA_EMULATOR) << QStringLiteral("--control") << fifo;
+        if (options.withTrace) {
+            command << QStringLiteral("--trace") << tracePath();
+        }
+        command << options.emulatorOptions << QStringLiteral("--");
     }
     command << QStringLiteral(MIOLKA_PROGRAM) << options.arguments;
     m_process.setProcessEnvironment(environment(options));
@@ -244,6 +247,16 @@ bool Session::fault(const QString& spec)
 bool Session::latency(int milliseconds)
 {
     return control(QStringLiteral("latency %1").arg(milliseconds));
+}
+
+qint64 Session::programId() const
+{
+    if (!m_withEmulator) {
+        return processId();
+    }
+    // The process that was started is the emulator, and the program its only child.
+    const QString children = QStringLiteral("/proc/%1/task/%1/children").arg(processId());
+    return contents(children).trimmed().toLongLong();
 }
 
 QString Session::tracePath() const

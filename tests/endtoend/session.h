@@ -25,6 +25,7 @@ struct SessionOptions
 {
     bool withEmulator = true;    ///< else the program runs by itself
     QStringList emulatorOptions; ///< further ones
+    bool withTrace = true;       ///< without one, what goes over the wire is not kept
     QStringList arguments;       ///< of the program
     QString platform = QStringLiteral("offscreen");
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -133,6 +134,9 @@ public:
     /// Number of the process that was started; 0 once it has ended.
     [[nodiscard]] qint64 processId() const { return m_process.processId(); }
 
+    /// Number of the process that is the program itself.
+    [[nodiscard]] qint64 programId() const;
+
     /// Stops everything that was started for that long, as a system under load does.
     void pauseProgram(int milliseconds);
 
@@ -154,6 +158,7 @@ private:
     QLocalServer m_server;
     GroupLeader m_process;
     std::unique_ptr<QLocalSocket> m_socket;
+    bool m_withEmulator;
     QString m_error;
 };
 

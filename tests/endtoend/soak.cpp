@@ -273,16 +273,9 @@ void Soak::print(const char* name)
           << Qt::endl;
 }
 
-qint64 Soak::programId() const
-{
-    // The process that was started is the emulator, and the program its only child.
-    const QString id = QString::number(m_session.processId());
-    return readAll(QStringLiteral("/proc/%1/task/%1/children").arg(id)).trimmed().toLongLong();
-}
-
 Holdings Soak::holdings() const
 {
-    const QString process = QStringLiteral("/proc/%1/").arg(programId());
+    const QString process = QStringLiteral("/proc/%1/").arg(m_session.programId());
     static const QRegularExpression resident(QStringLiteral("VmRSS:\\s+([0-9]+) kB"));
     const QString status = QString::fromLatin1(readAll(process + QStringLiteral("status")));
     Holdings held;

@@ -40,7 +40,6 @@ private:
     QString plugIn();
     QString takeSample(const char* name);
     [[nodiscard]] Holdings holdings() const;
-    [[nodiscard]] qint64 programId() const;
     /// One of that many, counted from 0.
     int any(int count) { return static_cast<int>(m_random.bounded(count)); }
     void rest(int milliseconds);

@@ -6,7 +6,9 @@
 #include "tests/support/template.h"
 
 #include <QDir>
+#include <QScopeGuard>
 #include <QTemporaryDir>
+#include <QUrl>
 #include <QtTest>
 
 /// The program as it is installed, started by a shell, on a screen, with a keyboard.
@@ -26,6 +28,7 @@ private slots:
     void lettersInTheCLocale();
     void editingSession();
     void aRuleMadeByHandIsSaved();
+    void helpGoesToTheDesktop();
     void screenshotsOfEveryPage();
 
 private:
@@ -213,6 +216,24 @@ void TestProgram::aRuleMadeByHandIsSaved()
     QByteArray expected = support::markedImage('x');
     expected.replace(320, 8, QByteArray::fromHex("00 20 00 F4 01 20 01 01"));
     QTRY_COMPARE(support::readFile(path("dive 1.mio")), support::settingsText(expected));
+    quit();
+}
+
+void TestProgram::helpGoesToTheDesktop()
+{
+    // In the place of what opens documents on a desktop.
+    support::writeFile(path("xdg-open"), "#!/bin/sh\nprintf '%s\\n' \"$@\" >>opened\n");
+    QVERIFY(QFile::setPermissions(path("xdg-open"), QFile::ReadOwner | QFile::ExeOwner));
+    const QByteArray searched = qgetenv("PATH");
+    const auto restore = qScopeGuard([&searched] { qputenv("PATH", searched); });
+    qputenv("PATH", m_directory->path().toLocal8Bit() + ':' + searched);
+    start({});
+    m_desktop->press({QStringLiteral("F1")});
+    const QString manual =
+        QFileInfo(QStringLiteral(MIOLKA_PROGRAM)).path() + QStringLiteral("/MIOLKAsoftHELP.pdf");
+    QTRY_VERIFY(QFile::exists(path("opened")));
+    QTRY_COMPARE(support::readFile(path("opened")),
+                 QUrl::fromLocalFile(manual).toEncoded() + '\n');
     quit();
 }
 

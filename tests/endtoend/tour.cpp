@@ -39,7 +39,7 @@ QByteArray readAll(const QString& path)
 
 } // namespace
 
-const std::array<Tour::Step, 17> Tour::steps = {{
+const std::array<Tour::Step, 20> Tour::steps = {{
     {"start without a device", "no-device", &Tour::startWithoutDevice},
     {"plug a device in", nullptr, &Tour::plug},
     {"see its status", "status", &Tour::seeStatus},
@@ -51,6 +51,9 @@ const std::array<Tour::Step, 17> Tour::steps = {{
     {"write the settings to the device", nullptr, &Tour::write},
     {"unplug it and plug it in again", nullptr, &Tour::replug},
     {"read the settings back", "read-back", &Tour::readBack},
+    {"put a sound library into the device", "library", &Tour::updateLibrary},
+    {"see who made the program", "about", &Tour::openAbout},
+    {"close that", nullptr, &Tour::closeAbout},
     {"dive down", "descending", &Tour::descend},
     {"stop there", "stopped", &Tour::stop},
     {"rise to the surface", "surfaced", &Tour::ascend},

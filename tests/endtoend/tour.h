@@ -37,7 +37,7 @@ private:
         Outcome (Tour::*take)();
     };
 
-    static const std::array<Step, 17> steps;
+    static const std::array<Step, 20> steps;
 
     Outcome startWithoutDevice();
     Outcome plug();
@@ -50,6 +50,9 @@ private:
     Outcome write();
     Outcome replug();
     Outcome readBack();
+    Outcome updateLibrary();
+    Outcome openAbout();
+    Outcome closeAbout();
     Outcome descend();
     Outcome stop();
     Outcome ascend();

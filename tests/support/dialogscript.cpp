@@ -17,28 +17,37 @@ DialogScript::DialogScript(QObject* parent) : QObject(parent)
     QTimer::singleShot(0, this, &DialogScript::look);
 }
 
-void DialogScript::press(QMessageBox::StandardButton button)
+void DialogScript::press(QMessageBox::StandardButton button, const QString& title)
 {
-    m_steps.push([button](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        QVERIFY2(box != nullptr && box->button(button) != nullptr, "no such button");
-        QTest::mouseClick(box->button(button), Qt::LeftButton);
-    });
+    m_steps.push({title, [button](QWidget& dialog) {
+                      auto* box = qobject_cast<QMessageBox*>(&dialog);
+                      QVERIFY2(box != nullptr && box->button(button) != nullptr, "no such button");
+                      QTest::mouseClick(box->button(button), Qt::LeftButton);
+                  }});
 }
 
 void DialogScript::chooseFile(const QString& path)
 {
-    m_steps.push([path](QWidget& dialog) {
-        auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        QVERIFY2(name != nullptr, "no file dialog");
-        name->setText(path);
-        QTest::keyClick(name, Qt::Key_Return);
-    });
+    m_steps.push({{}, [path](QWidget& dialog) {
+                      auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+                      QVERIFY2(name != nullptr, "no file dialog");
+                      name->setText(path);
+                      QTest::keyClick(name, Qt::Key_Return);
+                  }});
 }
 
 void DialogScript::dismiss()
 {
-    m_steps.push([](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    m_steps.push({{}, [](QWidget& dialog) {
+                      QTest::keyClick(&dialog, Qt::Key_Escape);
+                  }});
+}
+
+void DialogScript::act(std::function<void()> action)
+{
+    m_steps.push({{}, [action = std::move(action)](QWidget& /*dialog*/) {
+                      action();
+                  }});
 }
 
 void DialogScript::look()
@@ -50,15 +59,19 @@ void DialogScript::look()
     if (dialog == nullptr || !dialog->isVisible()) {
         return;
     }
+    if (!m_steps.empty() && !m_steps.front().title.isEmpty() &&
+        m_steps.front().title != dialog->windowTitle()) {
+        return;
+    }
     note(*dialog);
     if (m_steps.empty()) {
         m_unexpected.append(dialog->windowTitle());
         QTest::keyClick(dialog, Qt::Key_Escape);
         return;
     }
-    const std::function<void(QWidget&)> step = m_steps.front();
+    const Step step = m_steps.front();
     m_steps.pop();
-    step(*dialog);
+    step.take(*dialog);
 }
 
 void DialogScript::note(QWidget& dialog)

@@ -34,14 +34,17 @@ class DialogScript : public QObject
 public:
     explicit DialogScript(QObject* parent = nullptr);
 
-    /// Presses a button of the next message box.
-    void press(QMessageBox::StandardButton button);
+    /// Presses a button of the next message box; given a title, of the next one with that.
+    void press(QMessageBox::StandardButton button, const QString& title = {});
 
     /// Types a path into the next file dialog and presses Return.
     void chooseFile(const QString& path);
 
     /// Presses Escape in the next dialog.
     void dismiss();
+
+    /// Does something else while the next dialog stands, which is left for the step after it.
+    void act(std::function<void()> action);
 
     /// Every step was used and no other dialog came up.
     [[nodiscard]] bool isFinished() const { return m_steps.empty() && m_unexpected.isEmpty(); }
@@ -55,7 +58,13 @@ private:
     void look();
     void note(QWidget& dialog);
 
-    std::queue<std::function<void(QWidget&)>> m_steps;
+    struct Step
+    {
+        QString title; ///< of the dialog that it waits for; empty for any
+        std::function<void(QWidget&)> take;
+    };
+
+    std::queue<Step> m_steps;
     QVector<SeenDialog> m_seen;
     QStringList m_unexpected;
 };
