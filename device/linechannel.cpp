@@ -15,9 +15,6 @@ namespace {
 /// How often the haste is looked at, in ms.
 constexpr int slice = 20;
 
-/// For an answer that follows a notice once the caller wants to stop, in ms.
-constexpr int noticePatience = 1000;
-
 /// For all answers once the caller must leave, in ms.
 constexpr int leavePatience = 350;
 
@@ -49,6 +46,7 @@ bool cMyLineChannel::exchange(QSerialPort& port, const QString& line, QString& r
     // An answer that is there already leaves no wait in which it would be sent.
     port.flush();
     m_end.setRemainingTime(answerPatience);
+    m_stopEnd.reset();
     do {
         if (const auto answer = takeAnswer()) {
             reply = *answer;
@@ -65,9 +63,6 @@ std::optional<QString> cMyLineChannel::takeAnswer()
         if (!line->startsWith(device::noticeMark)) {
             return QString::fromUtf8(*line);
         }
-        if (m_haste() == Haste::Stop) {
-            limitWait(noticePatience);
-        }
     }
     return std::nullopt;
 }
@@ -77,10 +72,9 @@ bool cMyLineChannel::receive(QSerialPort& port)
     for (;;) {
         const Haste haste = m_haste();
         if (haste == Haste::Leave) {
-            if (!m_last) {
-                m_last.emplace(leavePatience);
-            }
-            limitWait(static_cast<int>(m_last->remainingTime()));
+            limitWait(m_leaveEnd, leavePatience);
+        } else if (haste == Haste::Stop) {
+            limitWait(m_stopEnd, stopPatience);
         }
         if (!port.isOpen() || m_end.hasExpired()) {
             return false;
@@ -88,7 +82,7 @@ bool cMyLineChannel::receive(QSerialPort& port)
         if (port.bytesAvailable() > 0 || port.waitForReadyRead(slice)) {
             std::array<char, cMyLineAssembler::longestLine> bytes{};
             m_incoming.append(bytes.data(), port.read(bytes.data(), bytes.size()));
-            if (haste == Haste::None) {
+            if (haste != Haste::Leave) {
                 m_end.setRemainingTime(answerPatience);
             }
             return true;
@@ -99,9 +93,10 @@ bool cMyLineChannel::receive(QSerialPort& port)
     }
 }
 
-void cMyLineChannel::limitWait(int milliseconds)
+void cMyLineChannel::limitWait(std::optional<QDeadlineTimer>& limit, int milliseconds)
 {
-    if (m_end.remainingTime() > milliseconds) {
-        m_end.setRemainingTime(milliseconds);
+    if (!limit) {
+        limit.emplace(milliseconds);
     }
+    m_end = std::min(m_end, *limit);
 }

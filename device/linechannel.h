@@ -24,10 +24,13 @@ public:
     /// How long an answer may take from the moment on when anything last arrived, in ms.
     static constexpr int answerPatience = 3000;
 
+    /// How long it may take altogether once the caller wants to stop, whatever arrives, in ms.
+    static constexpr int stopPatience = 2 * answerPatience;
+
     /// How much of a hurry the caller is in.
     enum class Haste {
         None,
-        Stop, ///< what is no answer prolongs no wait any more
+        Stop, ///< no answer is waited for without end, whatever else arrives
         Leave ///< all further waits together take no more than a moment
     };
 
@@ -46,12 +49,13 @@ public:
 private:
     [[nodiscard]] std::optional<QString> takeAnswer();
     bool receive(QSerialPort& port);
-    void limitWait(int milliseconds);
+    void limitWait(std::optional<QDeadlineTimer>& limit, int milliseconds);
 
     std::function<Haste()> m_haste;
     cMyLineAssembler m_incoming;
-    QDeadlineTimer m_end;                 ///< of the present wait
-    std::optional<QDeadlineTimer> m_last; ///< of all waits, once the caller must leave
+    QDeadlineTimer m_end;                     ///< of the present wait
+    std::optional<QDeadlineTimer> m_stopEnd;  ///< of this answer, once the caller wants to stop
+    std::optional<QDeadlineTimer> m_leaveEnd; ///< of all answers, once the caller must leave
 };
 
 #endif

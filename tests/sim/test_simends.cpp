@@ -33,6 +33,8 @@ private slots:
     void answersOfAllKinds();
     void noticesForeverAndStop();
     void stopBetweenNoticeAndAnswer();
+    void stopLeavesASlowDeviceItsTime_data();
+    void stopLeavesASlowDeviceItsTime();
     void lateAnswersFromBefore();
     void aBabblingLineIsNotWaitedForForever();
     void leavingAtAnyLine_data();
@@ -274,7 +276,7 @@ void TestSimEnds::noticesForeverAndStop()
     sinceStop.start();
     run.worker().stopWork();
     QVERIFY(run.waitForEnd());
-    QVERIFY(sinceStop.elapsed() < cMyLineChannel::answerPatience);
+    QVERIFY(sinceStop.elapsed() < cMyLineChannel::stopPatience + cMyLineChannel::answerPatience);
     QCOMPARE(run.ends(), QVector<bool>{false});
     QCOMPARE(run.lines().size(), 8);
 }
@@ -289,6 +291,41 @@ void TestSimEnds::stopBetweenNoticeAndAnswer()
         run.worker().stopWork();
         run.peer().send("! wait\r\n");
         QTimer::singleShot(100, &run, [&run, line] { run.peer().send(line + "\r\n"); });
+        return QByteArray();
+    });
+    run.start();
+    QVERIFY(run.waitForEnd());
+    QCOMPARE(run.ends(), QVector<bool>{true});
+    QCOMPARE(run.lines(), simulation::begin() + simulation::cycle() + simulation::end());
+}
+
+void TestSimEnds::stopLeavesASlowDeviceItsTime_data()
+{
+    QTest::addColumn<QByteArray>("first"); // comes at once; the answer, or its rest, follows
+    QTest::addColumn<int>("pause");
+    QTest::newRow("behind a notice") << QByteArray("! wait\r\n") << 1500;
+    QTest::newRow("in two pieces, each in time") << QByteArray() << 2000;
+}
+
+void TestSimEnds::stopLeavesASlowDeviceItsTime()
+{
+    QFETCH(QByteArray, first);
+    QFETCH(int, pause);
+    RunningWorker run;
+    run.setAnswer([&](const QByteArray& line) {
+        if (run.lines().size() != 8) {
+            return simulation::answering(1013)(line);
+        }
+        run.worker().stopWork();
+        const QByteArray answer = line + "\r\n";
+        const int half = first.isEmpty() ? answer.size() / 2 : 0;
+        run.peer().send(first);
+        if (half > 0) {
+            QTimer::singleShot(pause, &run,
+                               [&run, answer, half] { run.peer().send(answer.left(half)); });
+        }
+        QTimer::singleShot(half > 0 ? 2 * pause : pause, &run,
+                           [&run, answer, half] { run.peer().send(answer.mid(half)); });
         return QByteArray();
     });
     run.start();
