@@ -78,9 +78,12 @@ void DialogScript::note(QWidget& dialog)
 {
     SeenDialog seen;
     seen.title = dialog.windowTitle();
+    seen.parent = dialog.parentWidget();
     if (const auto* box = qobject_cast<QMessageBox*>(&dialog)) {
         seen.text = box->text();
         seen.buttons = box->standardButtons();
+        seen.icon = box->icon();
+        seen.hasDefaultButton = box->defaultButton() != nullptr;
     }
     if (const auto* file = qobject_cast<QFileDialog*>(&dialog)) {
         seen.directory = file->directory().absolutePath();

@@ -23,6 +23,9 @@ struct SeenDialog
     QString directory; ///< of a file dialog
     QStringList filters;
     QMessageBox::StandardButtons buttons;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    bool hasDefaultButton = false; ///< whether one of the buttons was chosen beforehand
+    const QWidget* parent = nullptr;
 };
 
 /// Answers modal dialogs one after another, as a user would, while the program waits inside them.
