@@ -26,8 +26,8 @@ bool cMySettingsDocument::openFileDialog(const QString& mode)
         load(QStringLiteral(":/pliki/clear.mio"), QFileInfo());
         return true;
     }
-    const QString path = QFileDialog::getOpenFileName(
-        &m_window, tr("Otworz plik"), directory(), tr("Pliki nastaw (*.mio)"));
+    const QString path = QFileDialog::getOpenFileName(&m_window, tr("Otworz plik"), directory(),
+                                                      tr("Pliki nastaw (*.mio)"));
     if (path.isEmpty()) {
         return false;
     }

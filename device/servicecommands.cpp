@@ -4,6 +4,7 @@
 #include "device/servicecommands.h"
 
 #include "device/miolka.h"
+#include "pages/question.h"
 
 #include <QMessageBox>
 
@@ -28,25 +29,26 @@ cMyServiceCommands::cMyServiceCommands(cMyMiolka& link, QWidget& window)
 
 void cMyServiceCommands::reset()
 {
-    if (isConfirmed(tr("Reset..."),
-                    tr("Nastąpi reset Miolki bez utraty danych. W razie utraty komunikacji proszę "
-                       "odłączyć i podłączyć ponownie kabel USB.\nCzy chcesz kontynuować?"))) {
+    if (pages::isConfirmed(
+            m_window, tr("Reset..."),
+            tr("Nastąpi reset Miolki bez utraty danych. W razie utraty komunikacji proszę "
+               "odłączyć i podłączyć ponownie kabel USB.\nCzy chcesz kontynuować?"))) {
         m_link.reset(true);
     }
 }
 
 void cMyServiceCommands::clearStatistics()
 {
-    if (isConfirmed(tr("Wyczyść statystyki..."),
-                    tr("Czy chcesz wyczyścić statystyki (np. MAX głębokość)?"))) {
+    if (pages::isConfirmed(m_window, tr("Wyczyść statystyki..."),
+                           tr("Czy chcesz wyczyścić statystyki (np. MAX głębokość)?"))) {
         m_link.clearStats();
     }
 }
 
 void cMyServiceCommands::powerOff()
 {
-    if (isConfirmed(
-            tr("Wyłącz Miolkę..."),
+    if (pages::isConfirmed(
+            m_window, tr("Wyłącz Miolkę..."),
             tr("W celu ochrony baterii, przed dłuższą przerwą w użytkowaniu Miolki wskazane jest "
                "jej wyłączenie. Miolka zostanie wyłączona zaraz po odłączeniu kabla USB. Ponowne "
                "załączenie nastąpi samoczynnie po ponownym podłączeniu do USB lub ładowarki. Czy "
@@ -57,19 +59,13 @@ void cMyServiceCommands::powerOff()
 
 void cMyServiceCommands::updateFirmware()
 {
-    if (isConfirmed(tr("Aktualizacja firmware..."),
-                    tr("Przejście do trybu serwisowego. Kontynuacja możliwa tylko z poziomu "
-                       "zewnętrznego oprogramowania FLIP firmy ATMEL. Dalsze informacje w pliku "
-                       "Pomocy.\nCzy jesteś pewien, że chcesz wgrać nowy firmware?"))) {
+    if (pages::isConfirmed(
+            m_window, tr("Aktualizacja firmware..."),
+            tr("Przejście do trybu serwisowego. Kontynuacja możliwa tylko z poziomu "
+               "zewnętrznego oprogramowania FLIP firmy ATMEL. Dalsze informacje w pliku "
+               "Pomocy.\nCzy jesteś pewien, że chcesz wgrać nowy firmware?"))) {
         m_link.boot();
     }
-}
-
-bool cMyServiceCommands::isConfirmed(const QString& title, const QString& question) const
-{
-    // A question that the end of the program cut short has no answer at all.
-    return QMessageBox::question(&m_window, title, question, QMessageBox::Yes | QMessageBox::No,
-                                 QMessageBox::NoButton) == QMessageBox::Yes;
 }
 
 void cMyServiceCommands::warnOfBootMode()

@@ -31,8 +31,6 @@ public:
     void warnOfBootMode();
 
 private:
-    [[nodiscard]] bool isConfirmed(const QString& title, const QString& question) const;
-
     cMyMiolka& m_link;
     QWidget& m_window;
     QPointer<QMessageBox> m_warning;

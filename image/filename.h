@@ -23,8 +23,8 @@ namespace image {
 /// file dialogs show undecodable names) and there is no such file.
 [[nodiscard]] bool isMangled(const QString& path);
 
-/// Whether there is a regular file of this name. Opening a FIFO waits for its other end, and a device
-/// node has no end.
+/// Whether there is a regular file of this name. Opening a FIFO waits for its other end, and a
+/// device node has no end.
 [[nodiscard]] bool isRegularFile(const QString& path);
 
 /// The file that opening this path for writing would open or create, symbolic links followed as

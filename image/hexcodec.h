@@ -42,7 +42,7 @@ enum RecordType : quint8 {
 /// Longest line that a record can be: 255 data bytes, in characters, without a line end.
 constexpr int maxRecordText = 1 + 2 + 4 + 2 + 2 * 255 + 2;
 
-/// The record that ends every file, as it is written and looked for.
+/// The record that ends every file; reading ends only where it is spelt like this.
 constexpr std::string_view endOfFileRecord = ":00000001FF";
 
 /// Where reading a line failed, in the order in which the fields are looked at.

@@ -14,7 +14,6 @@ cMyAboutDialog::cMyAboutDialog(QWidget* parent)
 
 cMyAboutDialog::~cMyAboutDialog() = default;
 
-// By value, as the window hands its texts out.
 void cMyAboutDialog::setVersion(QString version)
 {
     ui->lVersion->setText(version.prepend(tr("Wersja: ")));

@@ -21,6 +21,7 @@ public:
     explicit cMyAboutDialog(QWidget* parent);
     ~cMyAboutDialog() override;
 
+    /// Shows the program's version, a dotted text.
     void setVersion(QString version);
 
 private:

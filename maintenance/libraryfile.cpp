@@ -23,10 +23,16 @@ cMyLibrary readLibraryFile(const QString& path)
     cMyLibrary library;
     cMyWordReader words(file);
     for (std::string_view word = words.next(); !word.empty(); word = words.next()) {
+        if (library.lines.size() == mostLibraryLines) {
+            return {LibraryFault::TooLarge, {}};
+        }
         library.lines.append(QString::fromLatin1(word.data(), static_cast<int>(word.size())));
         if (word == image::endOfFileRecord) {
             break;
         }
+    }
+    if (file.error() != QFileDevice::NoError) {
+        return {LibraryFault::Unreadable, {}};
     }
     return library;
 }

@@ -9,8 +9,8 @@
 /// Why a library file was not read.
 enum class LibraryFault {
     None,
-    Unreadable, ///< there is no such regular file, or it cannot be opened
-    TooLarge,   ///< larger than maintenance::largestLibraryFile
+    Unreadable, ///< there is no such regular file, or it cannot be opened or read to its end
+    TooLarge,   ///< beyond maintenance::largestLibraryFile or mostLibraryLines
 };
 
 /// What a library file holds for the device, as it is to be sent.
@@ -24,9 +24,12 @@ struct cMyLibrary
 /// flash memory. Which of the two a file is, only the addresses in its records say.
 namespace maintenance {
 
-/// In bytes: text for some 95 MB of flash memory, many times what a device has. As a list of lines it
-/// takes about six times that.
-constexpr qint64 largestLibraryFile = 256LL * 1024 * 1024;
+/// In bytes: text for some 45 MB of flash memory, several times what a device has.
+constexpr qint64 largestLibraryFile = 128LL * 1024 * 1024;
+
+/// Eight times what fills 8 MB in records of 16 bytes. A line takes up to 300 bytes of memory until
+/// it was sent and answered.
+constexpr int mostLibraryLines = 4'000'000;
 
 /// The words of a library file in their order, up to and with the record ":00000001FF", or all of
 /// them where that is missing. They are not looked at any further: what is no record is kept as it

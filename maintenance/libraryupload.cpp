@@ -3,10 +3,12 @@
 
 #include "maintenance/libraryupload.h"
 
-#include "maintenance/libraryfile.h"
+#include "pages/question.h"
 
+#include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QScopeGuard>
 
 std::optional<QStringList> cMyLibraryUpload::choose(const QString& directory) const
 {
@@ -14,7 +16,7 @@ std::optional<QStringList> cMyLibraryUpload::choose(const QString& directory) co
     if (path.isEmpty() || !isConfirmed()) {
         return {};
     }
-    cMyLibrary library = maintenance::readLibraryFile(path);
+    cMyLibrary library = read(path);
     if (library.fault == LibraryFault::TooLarge) {
         tellTooLarge();
     }
@@ -33,12 +35,17 @@ QString cMyLibraryUpload::chooseFile(const QString& directory) const
 
 bool cMyLibraryUpload::isConfirmed() const
 {
-    // A question that the end of the program cut short has no answer at all.
-    return QMessageBox::question(&m_window, tr("Aktualizacja biblioteki dźwięków..."),
-                                 tr("Nastąpi aktualizacja biblioteki dźwięków.\n"
-                                    "Czy chcesz kontynuować?"),
-                                 QMessageBox::Yes | QMessageBox::No,
-                                 QMessageBox::NoButton) == QMessageBox::Yes;
+    return pages::isConfirmed(m_window, tr("Aktualizacja biblioteki dźwięków..."),
+                              tr("Nastąpi aktualizacja biblioteki dźwięków.\n"
+                                 "Czy chcesz kontynuować?"));
+}
+
+cMyLibrary cMyLibraryUpload::read(const QString& path)
+{
+    // From a slow stick it takes a moment.
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const auto restore = qScopeGuard(&QApplication::restoreOverrideCursor);
+    return maintenance::readLibraryFile(path);
 }
 
 void cMyLibraryUpload::tellTooLarge() const

@@ -13,6 +13,8 @@
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMetaEnum>
 #include <QPointer>
 #include <QProgressDialog>
@@ -21,6 +23,8 @@
 #include <QTabWidget>
 #include <QWindow>
 #include <QtTest>
+
+#include <algorithm>
 
 namespace remote {
 
@@ -90,13 +94,24 @@ void retype(QWidget& widget, const QString& text)
     typeText(widget, text);
 }
 
+/// Whether a menu or bar that can be used offers it.
+bool isOffered(const QAction& action)
+{
+    const QWidgetList places = action.associatedWidgets();
+    return std::any_of(places.cbegin(), places.cend(), [](QWidget* place) {
+        // A menu is a window of its own, and stays enabled when its bar is not.
+        auto* menu = qobject_cast<QMenu*>(place);
+        return menu != nullptr ? mainWindow()->menuBar()->isEnabled() : place->isEnabled();
+    });
+}
+
 Answer trigger(const QJsonObject& request)
 {
     const QPointer<QAction> action = find<QAction>(request.value(QLatin1String("name")).toString());
     if (action == nullptr) {
         return refused(QStringLiteral("there is no such action"));
     }
-    if (!action->isEnabled()) {
+    if (!action->isEnabled() || !isOffered(*action)) {
         return refused(QStringLiteral("it is disabled"));
     }
     if (dialogInFront() != nullptr) {

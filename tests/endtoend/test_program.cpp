@@ -232,8 +232,7 @@ void TestProgram::helpGoesToTheDesktop()
     const QString manual =
         QFileInfo(QStringLiteral(MIOLKA_PROGRAM)).path() + QStringLiteral("/MIOLKAsoftHELP.pdf");
     QTRY_VERIFY(QFile::exists(path("opened")));
-    QTRY_COMPARE(support::readFile(path("opened")),
-                 QUrl::fromLocalFile(manual).toEncoded() + '\n');
+    QTRY_COMPARE(support::readFile(path("opened")), QUrl::fromLocalFile(manual).toEncoded() + '\n');
     quit();
 }
 

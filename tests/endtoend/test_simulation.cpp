@@ -116,6 +116,7 @@ void TestSimulation::theWindowIsLockedMeanwhile()
     QCOMPARE(support::startDive(*m_session, log), QString());
     QCOMPARE(support::checkLock(*m_session, true), QString());
     QVERIFY(m_session->press(open, QStringLiteral("pbStopSim")));
+    QVERIFY(!m_session->trigger(QStringLiteral("actionLibraryUpdate")));
     for (const int page : {StartPage, ParametersPage, MessagesPage, SimulationPage}) {
         QVERIFY(m_session->page(page));
     }

@@ -26,6 +26,7 @@ private slots:
     void whatCannotBeRead();
     void aFileThatNobodyMayRead();
     void onlyTheSizeIsHeldAgainstAFile();
+    void soIsTheNumberOfLines();
     void cleanupTestCase();
 
 private:
@@ -124,7 +125,10 @@ void TestLibraryFile::whatCannotBeRead_data()
     QTest::newRow("a directory") << m_directory.path();
     mkfifo(path("fifo.mia").toLocal8Bit().constData(), S_IRUSR | S_IWUSR);
     QTest::newRow("a FIFO that nobody writes to") << path("fifo.mia");
+    QTest::newRow("a file whose reading fails") << QStringLiteral("/proc/self/mem");
     QTest::newRow("a device node") << QStringLiteral("/dev/zero");
+    // What the name would become if it were taken for another encoding.
+    support::writeFile(QString::fromUtf8(rawPath()), end);
     support::writeRawFile(rawPath(), end);
     QTest::newRow("a name that is not UTF-8") << image::decodeFileName(rawPath());
 }
@@ -157,6 +161,18 @@ void TestLibraryFile::onlyTheSizeIsHeldAgainstAFile()
     QCOMPARE(largest.lines, QStringList({first, end}));
     QVERIFY(file.resize(maintenance::largestLibraryFile + 1));
     const cMyLibrary tooLarge = maintenance::readLibraryFile(file.fileName());
+    QCOMPARE(tooLarge.fault, LibraryFault::TooLarge);
+    QCOMPARE(tooLarge.lines, QStringList());
+}
+
+void TestLibraryFile::soIsTheNumberOfLines()
+{
+    const QByteArray most = QByteArray("0\n").repeated(maintenance::mostLibraryLines - 1) + end;
+    support::writeFile(path("lines.mia"), most);
+    QCOMPARE(maintenance::readLibraryFile(path("lines.mia")).lines.size(),
+             maintenance::mostLibraryLines);
+    support::writeFile(path("lines.mia"), "0\n" + most);
+    const cMyLibrary tooLarge = maintenance::readLibraryFile(path("lines.mia"));
     QCOMPARE(tooLarge.fault, LibraryFault::TooLarge);
     QCOMPARE(tooLarge.lines, QStringList());
 }

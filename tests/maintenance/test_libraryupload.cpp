@@ -114,6 +114,12 @@ void TestLibraryUpload::whatIsAsked()
     QCOMPARE(seen.last().text,
              QStringLiteral("The sound library will be updated.\nDo you want to continue?"));
     QCOMPARE(seen.last().buttons, QMessageBox::Yes | QMessageBox::No);
+    QCOMPARE(seen.last().icon, QMessageBox::Question);
+    QVERIFY(!seen.last().hasDefaultButton);
+    for (const support::SeenDialog& dialog : seen) {
+        QCOMPARE(dialog.parent, m_window.get());
+    }
+    QCOMPARE(QApplication::overrideCursor(), nullptr);
 }
 
 void TestLibraryUpload::theDialogBeginsBesideTheSettings()
@@ -249,6 +255,8 @@ void TestLibraryUpload::aFileThatIsTooLarge()
     trigger("actionLibraryUpdate");
     QVERIFY(user.isFinished());
     QCOMPARE(user.seen().last().title, QStringLiteral("Error"));
+    QCOMPARE(user.seen().last().icon, QMessageBox::Critical);
+    QCOMPARE(user.seen().last().parent, m_window.get());
     QCOMPARE(user.seen().last().text,
              QStringLiteral("This file is too large for a sound library."));
     QVERIFY(progress() == nullptr);
