@@ -25,6 +25,7 @@ private slots:
     void stepsOfTheSpeed();
     void stepsEndAtTheRange();
     void stopOfTheSpeed();
+    void theEndSetsTheSpeedToZero();
     void noSpeedWhileIdle();
     void stopCanBeRead_data();
     void stopCanBeRead();
@@ -215,6 +216,28 @@ void TestSimWidget::stopOfTheSpeed()
     QCOMPARE(slider()->value(), 0);
     QCOMPARE(speeds.count(), 1);
     QCOMPARE(speeds.first().first().toInt(), 0);
+}
+
+void TestSimWidget::theEndSetsTheSpeedToZero()
+{
+    button("pbStartSim")->click();
+    slider()->setValue(321);
+    const QSignalSpy speeds(m_panel.get(), &cMySimWidget::simSpeedChanged);
+    button("pbStopSim")->click();
+    QVERIFY(support::waitFor([this] { return button("pbStartSim")->isEnabled(); }));
+    QCOMPARE(slider()->value(), 0);
+    QCOMPARE(speeds.count(), 1);
+    QCOMPARE(speeds.first().first().toInt(), 0);
+    // The next dive stays at the surface until somebody steers.
+    m_peer->forgetLines();
+    button("pbStartSim")->click();
+    const auto pressures = [this] {
+        return simulation::pressures(m_peer->lines());
+    };
+    QVERIFY(support::waitFor([&pressures] { return pressures().size() >= 10; }));
+    const QVector<int> written = pressures();
+    QCOMPARE(written, QVector<int>(written.size(), 1013));
+    QCOMPARE(speeds.count(), 1);
 }
 
 void TestSimWidget::noSpeedWhileIdle()
