@@ -21,6 +21,7 @@ private slots:
     void nothingOfAnotherImageComesBack();
     void lineBreaksAreLineFeeds();
     void loadingShowsAllThree();
+    void theStartPageIsFilledByLoadingOnly();
     void loadedTextsStayAsTheyAre_data();
     void loadedTextsStayAsTheyAre();
     void aLoadedTextCanBeEdited();
@@ -126,6 +127,29 @@ void TestDescription::loadingShowsAllThree()
     QCOMPARE(child<QPlainTextEdit>(*m_window, "pteParamDesc")->toPlainText(),
              QStringLiteral("Two\nlines"));
     QCOMPARE(support::imageOf(*m_window), image);
+}
+
+void TestDescription::theStartPageIsFilledByLoadingOnly()
+{
+    support::load(*m_window, imageWithTexts(QByteArray("Ann\0", 4), QByteArray("Reef\0", 5),
+                                            QByteArray("Two\0", 4)));
+    const auto shown = [this] {
+        return QStringList{child<QLabel>(*m_window, "lParamAutor")->text(),
+                           child<QLabel>(*m_window, "lParamTytul")->text(),
+                           child<QPlainTextEdit>(*m_window, "pteParamDesc")->toPlainText()};
+    };
+    support::type(*author(), "a");
+    support::type(*title(), "s");
+    description()->moveCursor(QTextCursor::End);
+    support::type(*description(), "!");
+    QCOMPARE(bytes(16, 5), QByteArray("Anna\0", 5));
+    QCOMPARE(bytes(32, 6), QByteArray("Reefs\0", 6));
+    QCOMPARE(bytes(512, 5), QByteArray("Two!\0", 5));
+    QCOMPARE(shown(),
+             (QStringList{QStringLiteral("Ann"), QStringLiteral("Reef"), QStringLiteral("Two")}));
+    support::load(*m_window, support::imageOf(*m_window));
+    QCOMPARE(shown(), (QStringList{QStringLiteral("Anna"), QStringLiteral("Reefs"),
+                                   QStringLiteral("Two!")}));
 }
 
 void TestDescription::loadedTextsStayAsTheyAre_data()

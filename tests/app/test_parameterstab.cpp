@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "editor/tablemodel.h"
 #include "tests/support/offeredimage.h"
 #include "tests/support/windowtest.h"
 
@@ -22,7 +23,10 @@ private slots:
     void init();
     void captionsAndInputs_data();
     void captionsAndInputs();
+    void groups_data();
     void groups();
+    void linesBetweenTheRows();
+    void theOptionTablesBelongToTheWindow();
     void numbersShowTheirRangeAndUnit_data();
     void numbersShowTheirRangeAndUnit();
     void defaultsAreShown();
@@ -55,6 +59,16 @@ private:
     [[nodiscard]] QComboBox* choice(const char* name) const
     {
         return child<QComboBox>(*m_window, name);
+    }
+
+    /// A window as it is without the English catalogue.
+    [[nodiscard]] const MainWindow& polishWindow()
+    {
+        if (m_polish == nullptr) {
+            const support::WithoutCatalogue without;
+            m_polish = std::make_unique<MainWindow>();
+        }
+        return *m_polish;
     }
 
     std::unique_ptr<MainWindow> m_window;
@@ -113,9 +127,16 @@ void TestParametersTab::captionsAndInputs_data()
     row("par11Sb", "12. Wysokość n.p.m.", "12. AMSL", "QDoubleSpinBox");
     row("par12Sb", "13. Szerokość geograficzna", "13. Latitude (N or S)", "QDoubleSpinBox");
     row("lOkresA", "Okres A", "Period A", bound);
+    row("lOkresB", "Okres B", "Period B", bound);
+    row("lOkresC", "Okres C", "Period C", bound);
     row("lOkresD", "Okres D", "Period D", bound);
     row("lDystansE", "Dystans E", "Distance E", bound);
+    row("lDystansF", "Dystans F", "Distance F", bound);
+    row("lDystansG", "Dystans G", "Distance G", bound);
     row("lDystansH", "Dystans H", "Distance H", bound);
+    row("leAuthor", "Autor", "Author", "QLineEdit");
+    row("leTitle", "Tytuł", "Title", "QLineEdit");
+    row("pteDescription", "Opis", "Description", "cMyDescriptionEdit");
 }
 
 void TestParametersTab::captionsAndInputs()
@@ -136,22 +157,34 @@ void TestParametersTab::captionsAndInputs()
     auto* input = child<QWidget>(*m_window, QTest::currentDataTag());
     QCOMPARE(QString::fromLatin1(input->metaObject()->className()), type);
     QCOMPARE(input->accessibleName(), english);
-    if (m_polish == nullptr) {
-        const support::WithoutCatalogue without;
-        m_polish = std::make_unique<MainWindow>();
-    }
-    QCOMPARE(captionIn(*m_polish), polish);
+    QCOMPARE(captionIn(polishWindow()), polish);
+    QCOMPARE(child<QWidget>(polishWindow(), QTest::currentDataTag())->accessibleName(), polish);
+}
+
+void TestParametersTab::groups_data()
+{
+    QTest::addColumn<QString>("polish");
+    QTest::addColumn<QString>("english");
+    const auto row = [](const char* name, const char* polish, const char* english) {
+        QTest::newRow(name) << QString::fromUtf8(polish) << QString::fromLatin1(english);
+    };
+    row("gbTimers", "Reguły timerów", "Timers formulas");
+    row("gbPeriods", "Okresy komunikatów", "Message intervals");
+    row("gbParameters", "Parametry", "Parameters");
+    row("gbDescription", "Informacje", "Information");
 }
 
 void TestParametersTab::groups()
 {
-    QStringList titles;
-    for (const char* name : {"gbTimers", "gbPeriods", "gbParameters", "gbDescription"}) {
-        titles.append(child<QGroupBox>(*m_window, name)->title());
-    }
-    QCOMPARE(titles,
-             (QStringList{QStringLiteral("Timers formulas"), QStringLiteral("Message intervals"),
-                          QStringLiteral("Parameters"), QStringLiteral("Information")}));
+    const auto titleIn = [](const MainWindow& window) {
+        return child<QGroupBox>(window, QTest::currentDataTag())->title();
+    };
+    QTEST(titleIn(*m_window), "english");
+    QTEST(titleIn(polishWindow()), "polish");
+}
+
+void TestParametersTab::linesBetweenTheRows()
+{
     // Lines follow rows 1, 4 and 8.
     const auto* form = child<QFormLayout>(*m_window, "parametersForm");
     QString rows;
@@ -160,6 +193,13 @@ void TestParametersTab::groups()
         rows += QLatin1Char(item == nullptr ? 'x' : '-');
     }
     QCOMPARE(rows, QStringLiteral("x-xxx-xxxx-xxxxx"));
+}
+
+void TestParametersTab::theOptionTablesBelongToTheWindow()
+{
+    // Four of the parameters, four of the timer rules, six of the message rules.
+    QCOMPARE(m_window->findChildren<cMyTableModel*>(QString(), Qt::FindDirectChildrenOnly).size(),
+             4 + 4 + 6);
 }
 
 void TestParametersTab::numbersShowTheirRangeAndUnit_data()
@@ -185,6 +225,8 @@ void TestParametersTab::numbersShowTheirRangeAndUnit_data()
     row("lOkresC", 1, 240, 0, " [s]");
     row("lOkresD", 1, 240, 0, " [s]");
     row("lDystansE", 0, 99.99, 2, " [m]");
+    row("lDystansF", 0, 99.99, 2, " [m]");
+    row("lDystansG", 0, 99.99, 2, " [m]");
     row("lDystansH", 0, 99.99, 2, " [m]");
 }
 
@@ -374,7 +416,7 @@ void TestParametersTab::toolTips()
 {
     QCOMPARE(number("par10Sb")->toolTip(), QStringLiteral("-10.0 - 100.0"));
     QCOMPARE(number("par4Sb")->toolTip(), number("par5Sb")->toolTip());
-    const QString tip = child<QWidget>(*m_polish, "par4Sb")->toolTip();
+    const QString tip = child<QWidget>(polishWindow(), "par4Sb")->toolTip();
     QCOMPARE(tip.count(QStringLiteral("<p align=\"justify\">")), 3);
     QCOMPARE(tip.count(QStringLiteral("font-size:10pt")), 3);
     for (const char* paragraph :

@@ -28,6 +28,7 @@ private slots:
     void anEditWritesItsFieldOnly();
     void changingTheMeasuredValueResetsTheThreshold();
     void everyRecordIsRestored();
+    void unknownBytesStayUntilAChoiceIsMade_data();
     void unknownBytesStayUntilAChoiceIsMade();
     void neverIsQuieter();
     void headings();
@@ -283,18 +284,41 @@ void TestRules::everyRecordIsRestored()
     }
 }
 
+void TestRules::unknownBytesStayUntilAChoiceIsMade_data()
+{
+    QTest::addColumn<int>("address");
+    QTest::addColumn<QByteArray>("known");
+    QTest::addColumn<QString>("last"); // the input, its choice and what is stored then
+    QTest::addColumn<QString>("choice");
+    QTest::addColumn<QByteArray>("afterIt");
+    QTest::addColumn<QString>("measured"); // the input of the measured value
+    QTest::addColumn<QByteArray>("afterBoth");
+    QTest::newRow("message") << 320 << QByteArray("00 20 00 F4 01 20 01 01") << "par01Cb4"
+                             << "Surface protocol" << QByteArray("63 64 65 66 67 E4 69 6A")
+                             << "par01Cb2" << QByteArray("63 3B 65 00 00 E4 69 6A");
+    QTest::newRow("timer") << 256 << QByteArray("00 20 00 F4 01 80 E8 03") << "tim1Cb4"
+                           << "Timer 1 - STOP" << QByteArray("63 64 65 66 67 89 69 6A") << "tim1Cb2"
+                           << QByteArray("63 3B 65 00 00 89 69 6A");
+}
+
 void TestRules::unknownBytesStayUntilAChoiceIsMade()
 {
-    load(320, "00 20 00 F4 01 20 01 01");
-    load(320, "63 64 65 66 67 68 69 6A");
+    QFETCH(int, address);
+    QFETCH(QByteArray, known);
+    QFETCH(QString, last);
+    QFETCH(QString, choice);
+    QFETCH(QString, measured);
+    load(address, known);
+    const QByteArray unknown("63 64 65 66 67 68 69 6A");
+    load(address, unknown);
     // The previous choices, over the bytes that nobody knows.
-    const auto* grid = child<QGridLayout>(*m_window, "msgLayout");
+    const auto* grid = child<QGridLayout>(*m_window, address < 320 ? "timLayout" : "msgLayout");
     QVERIFY(read(*grid, 0).startsWith(QStringLiteral("1|underwater|Depth|>=|")));
-    QCOMPARE(record(320), QByteArray("63 64 65 66 67 68 69 6A"));
-    choose("par01Cb4", "Surface protocol");
-    QCOMPARE(record(320), QByteArray("63 64 65 66 67 E4 69 6A"));
-    choose("par01Cb2", "Timer 3");
-    QCOMPARE(record(320), QByteArray("63 3B 65 00 00 E4 69 6A"));
+    QCOMPARE(record(address), unknown);
+    choose(qPrintable(last), qPrintable(choice));
+    QTEST(record(address), "afterIt");
+    choose(qPrintable(measured), "Timer 3");
+    QTEST(record(address), "afterBoth");
 }
 
 void TestRules::neverIsQuieter()

@@ -32,6 +32,7 @@ private slots:
     void everyUnitChangeStartsAgainFromZero();
     void anUnknownFactorKeepsTheDecimals();
     void aNewFactorStoresWhatIsShown();
+    void aFactorOfZeroStoresZero();
     void retypingTheShownNumberStoresIt();
     void passingThroughStoresNothing();
     void clearingAndLeavingStoresNothing();
@@ -287,6 +288,22 @@ void TestInputs::aNewFactorStoresWhatIsShown()
     QCOMPARE(changes.count(), 1);
     QCOMPARE(changes.first().at(0).toUInt(), 9U);
     QCOMPARE(changes.first().at(1).value<QVector<quint8>>(), (QVector<quint8>{0xB0, 0x04}));
+}
+
+void TestInputs::aFactorOfZeroStoresZero()
+{
+    cMyDoubleSpinBoxInt box;
+    cMyMemoryArea area;
+    box.binding().setFilePosition(&area, 0, Length16, TypeSigned);
+    connect(&box, numberChanged, &area, setBytes);
+    box.setValue(12);
+    QCOMPARE(area.data(0, 2), (QVector<quint8>{12, 0}));
+    box.mySetFaktor(0);
+    QCOMPARE(area.data(0, 2), (QVector<quint8>{0, 0}));
+    QCOMPARE(box.value(), 12.0);
+    area.setData(0, {0xFB, 0xFF});
+    box.setValue(34);
+    QCOMPARE(area.data(0, 2), (QVector<quint8>{0, 0}));
 }
 
 void TestInputs::retypingTheShownNumberStoresIt()

@@ -50,6 +50,13 @@ protected:
     }
     [[nodiscard]] QPushButton* button(const char* name) const { return child<QPushButton>(name); }
     [[nodiscard]] QString text(const char* label) const { return child<QLabel>(label)->text(); }
+    /// The panel anew, as it is without the English catalogue.
+    void showInPolish()
+    {
+        const WithoutCatalogue without;
+        m_panel = std::make_unique<cMySimWidget>();
+        m_panel->show();
+    }
     [[nodiscard]] QSlider* slider() const { return child<QSlider>("simSlider"); }
 
     [[nodiscard]] bool isIdle() const { return hasState(false); }

@@ -15,6 +15,8 @@ class TestSimValues : public support::PanelTest
 private slots:
     void firstTexts_data();
     void firstTexts();
+    void captions_data();
+    void captions();
     void valuesAreShown_data();
     void valuesAreShown();
     void everyValueFromItsPlace_data();
@@ -22,6 +24,9 @@ private slots:
     void unreadableLines_data();
     void unreadableLines();
     void lastValuesStay();
+
+private:
+    [[nodiscard]] QString captionOf(const char* label) const;
 };
 
 namespace {
@@ -29,7 +34,8 @@ namespace {
 struct Value
 {
     const char* label;
-    const char* caption;
+    const char* polish;
+    const char* english;
     int record;
     int offset;
     bool isHundredths;
@@ -37,25 +43,25 @@ struct Value
 };
 
 const Value allValues[] = {
-    {"simAbsP", "Absolute pressure", 0, 0, false, " mbar"},
-    {"simSurfaceP", "Atmospheric pressure", 1, 0, false, " mbar"},
-    {"simDepth", "Depth", 4, 0, true, " m"},
-    {"simDepthMax", "Depth max", 4, 4, true, " m"},
-    {"simDepthAvr", "Depth avg", 4, 6, true, " m"},
-    {"simDiveTime", "Dive time", 5, 0, false, " s"},
-    {"simSurfaceTime", "Surface time", 5, 2, false, " s"},
-    {"simDescentTime", "Descent time", 5, 4, false, " s"},
-    {"simBottomTime", "Bottom time", 5, 6, false, " s"},
-    {"simAscentTime", "Ascent time", 5, 8, false, " s"},
-    {"simSpeed", "Vertical speed", 6, 0, true, " m/s"},
-    {"simSpeedMin", "Ascent speed max", 6, 2, true, " m/s"},
-    {"simSpeedMax", "Descent speed max", 6, 4, true, " m/s"},
-    {"simSpeedUpAvr", "Ascent speed avg", 6, 6, true, " m/s"},
-    {"simSpeedDownAvr", "Descent speed avg", 6, 8, true, " m/s"},
-    {"simStoper0", "Stopwatch 0", 7, 0, false, " s"},
-    {"simTimer1", "Timer 1", 7, 2, false, " s"},
-    {"simTimer2", "Timer 2", 7, 4, false, " s"},
-    {"simTimer3", "Timer 3", 7, 6, false, " s"},
+    {"simAbsP", "Ciśnienie aktualne", "Absolute pressure", 0, 0, false, " mbar"},
+    {"simSurfaceP", "Ciśnienie na powierzchni", "Atmospheric pressure", 1, 0, false, " mbar"},
+    {"simDepth", "Głębokość aktualna", "Depth", 4, 0, true, " m"},
+    {"simDepthMax", "Głębokość maksymalna", "Depth max", 4, 4, true, " m"},
+    {"simDepthAvr", "Głębokość średnia", "Depth avg", 4, 6, true, " m"},
+    {"simDiveTime", "Czas nurkowania", "Dive time", 5, 0, false, " s"},
+    {"simSurfaceTime", "Czas spędzony na powierzchni", "Surface time", 5, 2, false, " s"},
+    {"simDescentTime", "Czas zanurzania", "Descent time", 5, 4, false, " s"},
+    {"simBottomTime", "Czas spędzony na dnie", "Bottom time", 5, 6, false, " s"},
+    {"simAscentTime", "Czas wynurzania", "Ascent time", 5, 8, false, " s"},
+    {"simSpeed", "Prędkość aktualna", "Vertical speed", 6, 0, true, " m/s"},
+    {"simSpeedMin", "Prędkość min.", "Ascent speed max", 6, 2, true, " m/s"},
+    {"simSpeedMax", "Prędkość max.", "Descent speed max", 6, 4, true, " m/s"},
+    {"simSpeedUpAvr", "Prędkość średnia wynurzania", "Ascent speed avg", 6, 6, true, " m/s"},
+    {"simSpeedDownAvr", "Prędkość średnia zanurzania", "Descent speed avg", 6, 8, true, " m/s"},
+    {"simStoper0", "Stoper 0", "Stopwatch 0", 7, 0, false, " s"},
+    {"simTimer1", "Timer 1", "Timer 1", 7, 2, false, " s"},
+    {"simTimer2", "Timer 2", "Timer 2", 7, 4, false, " s"},
+    {"simTimer3", "Timer 3", "Timer 3", 7, 6, false, " s"},
 };
 
 void valueRows()
@@ -82,6 +88,25 @@ QVector<QString> block(int record, const QVector<unsigned char>& bytes)
 
 } // namespace
 
+/// The label that stands next to the left of a value, on the same line.
+QString TestSimValues::captionOf(const char* label) const
+{
+    const auto placeOf = [this](const QWidget& widget) {
+        return QRect(widget.mapTo(m_panel.get(), QPoint()), widget.size());
+    };
+    const QRect place = placeOf(*child<QLabel>(label));
+    const QLabel* nearest = nullptr;
+    for (const QLabel* other : m_panel->findChildren<QLabel*>()) {
+        const QRect at = placeOf(*other);
+        const bool isBeside =
+            at.right() < place.left() && qAbs(at.center().y() - place.center().y()) <= 2;
+        if (isBeside && (nearest == nullptr || at.right() > placeOf(*nearest).right())) {
+            nearest = other;
+        }
+    }
+    return nearest == nullptr ? QString() : nearest->text();
+}
+
 void TestSimValues::firstTexts_data()
 {
     valueRows();
@@ -92,19 +117,20 @@ void TestSimValues::firstTexts()
     QFETCH(int, value);
     const Value& each = allValues[value];
     QCOMPARE(text(each.label), QString::fromLatin1(each.isHundredths ? "0.00" : "0") + each.unit);
-    // The caption stands to the left of it, on the same line.
-    const QPoint place = child<QLabel>(each.label)->mapTo(m_panel.get(), QPoint());
-    const QList<QLabel*> labels = m_panel->findChildren<QLabel*>();
-    const auto caption = std::find_if(labels.cbegin(), labels.cend(), [&each](QLabel* label) {
-        return label->text() == QLatin1String(each.caption);
-    });
-    QVERIFY(caption != labels.cend());
-    const QPoint captionPlace = (*caption)->mapTo(m_panel.get(), QPoint());
-    const auto middle = [](const QPoint& at, const QWidget* widget) {
-        return at.y() + widget->height() / 2;
-    };
-    QVERIFY(captionPlace.x() + (*caption)->width() <= place.x());
-    QVERIFY(qAbs(middle(captionPlace, *caption) - middle(place, child<QLabel>(each.label))) <= 2);
+}
+
+void TestSimValues::captions_data()
+{
+    valueRows();
+}
+
+void TestSimValues::captions()
+{
+    QFETCH(int, value);
+    const Value& each = allValues[value];
+    QCOMPARE(captionOf(each.label), QString::fromLatin1(each.english));
+    showInPolish();
+    QCOMPARE(captionOf(each.label), QString::fromUtf8(each.polish));
 }
 
 void TestSimValues::valuesAreShown_data()

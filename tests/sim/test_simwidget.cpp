@@ -25,6 +25,7 @@ private slots:
     void stepsOfTheSpeed();
     void stepsEndAtTheRange();
     void stopOfTheSpeed();
+    void theEndSetsTheSpeedToZero();
     void noSpeedWhileIdle();
     void stopCanBeRead_data();
     void stopCanBeRead();
@@ -78,24 +79,28 @@ void TestSimWidget::framesAreRaised()
 void TestSimWidget::captions_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("caption");
+    QTest::addColumn<QString>("polish");
+    QTest::addColumn<QString>("english");
     QTest::newRow("start") << "pbStartSim"
+                           << "Start symulacji"
                            << "START simulation";
     QTest::newRow("stop") << "pbStopSim"
+                          << "Stop symulacji"
                           << "STOP simulation";
     const char* const steps[] = {"-1 m/s",    "-0.1 m/s", "-0.01 m/s", "Stop",
                                  "+0.01 m/s", "+0.1 m/s", "+1 m/s"};
     for (int i = 0; i < 7; ++i) {
-        QTest::newRow(steps[i]) << speedButtons[i] << steps[i];
+        QTest::newRow(steps[i]) << speedButtons[i] << steps[i] << steps[i];
     }
 }
 
 void TestSimWidget::captions()
 {
     QFETCH(QString, name);
-    QFETCH(QString, caption);
     QCOMPARE(m_panel->windowTitle(), QStringLiteral("Form"));
-    QCOMPARE(button(qPrintable(name))->text(), caption);
+    QTEST(button(qPrintable(name))->text(), "english");
+    showInPolish();
+    QTEST(button(qPrintable(name))->text(), "polish");
 }
 
 void TestSimWidget::idle()
@@ -211,6 +216,28 @@ void TestSimWidget::stopOfTheSpeed()
     QCOMPARE(slider()->value(), 0);
     QCOMPARE(speeds.count(), 1);
     QCOMPARE(speeds.first().first().toInt(), 0);
+}
+
+void TestSimWidget::theEndSetsTheSpeedToZero()
+{
+    button("pbStartSim")->click();
+    slider()->setValue(321);
+    const QSignalSpy speeds(m_panel.get(), &cMySimWidget::simSpeedChanged);
+    button("pbStopSim")->click();
+    QVERIFY(support::waitFor([this] { return button("pbStartSim")->isEnabled(); }));
+    QCOMPARE(slider()->value(), 0);
+    QCOMPARE(speeds.count(), 1);
+    QCOMPARE(speeds.first().first().toInt(), 0);
+    // The next dive stays at the surface until somebody steers.
+    m_peer->forgetLines();
+    button("pbStartSim")->click();
+    const auto pressures = [this] {
+        return simulation::pressures(m_peer->lines());
+    };
+    QVERIFY(support::waitFor([&pressures] { return pressures().size() >= 10; }));
+    const QVector<int> written = pressures();
+    QCOMPARE(written, QVector<int>(written.size(), 1013));
+    QCOMPARE(speeds.count(), 1);
 }
 
 void TestSimWidget::noSpeedWhileIdle()

@@ -26,6 +26,7 @@ private slots:
     void speedZeroWritesTheSurfacePressureAgainAndAgain();
     void ascendingEndsAtTheSurface();
     void descendingEndsAtTheGreatestPressure();
+    void theFirstIntervalBeginsWithTheReading();
     void theSpeedIsReadAfterTheInterval();
     void fractionsOfThePressureAreKept();
     void thePressureIsCutAndNotRounded();
@@ -115,6 +116,25 @@ void TestSimWorker::descendingEndsAtTheGreatestPressure()
     const QVector<int> afterwards = simulation::pressures(run.lines().mid(until));
     QVERIFY(afterwards.size() >= 4);
     QCOMPARE(afterwards, QVector<int>(afterwards.size(), 32767));
+}
+
+void TestSimWorker::theFirstIntervalBeginsWithTheReading()
+{
+    RunningWorker run;
+    const auto usual = simulation::answering(1013);
+    run.setAnswer([&](const QByteArray& line) {
+        if (run.lines().size() == simulation::linesToBegin + 1) {
+            QThread::msleep(200);
+        }
+        return usual(line);
+    });
+    run.stopInCycle(1);
+    run.start(5);
+    QVERIFY(run.waitForEnd());
+    const QVector<int> pressures = simulation::pressures(run.lines());
+    QCOMPARE(pressures.size(), 1);
+    // A metre for the 0.2 s in which the first of the records was awaited.
+    QVERIFY(pressures.first() >= 1013 + 100);
 }
 
 void TestSimWorker::theSpeedIsReadAfterTheInterval()
