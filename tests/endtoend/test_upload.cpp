@@ -39,7 +39,7 @@ private:
 
     QString write(const char* name, const QByteArray& contents)
     {
-        const QString path = m_session->path(QString::fromLatin1(name));
+        QString path = m_session->path(QString::fromLatin1(name));
         support::writeFile(path, contents);
         return path;
     }
