@@ -14,14 +14,9 @@
 
 namespace {
 
-/// Writes a file unless it says so already, so that nothing is made anew from it then.
 bool write(const QString& path, const QString& text)
 {
     const QByteArray bytes = text.toUtf8();
-    QFile old(path);
-    if (old.open(QIODevice::ReadOnly) && old.readAll() == bytes) {
-        return true;
-    }
     QSaveFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
 }

@@ -3,8 +3,7 @@
 
 -- What pandoc does to the chapters: includes what was generated, leaves appendices without a number,
 -- keeps together what would look lost apart, and ends where a file, a picture or the target of a link
--- is missing. Pictures and the directory
--- "generated" are looked for in the directory where pandoc runs.
+-- is missing. Pictures and the directory "generated" are looked for where pandoc runs.
 
 local function include(block)
   local name = block.text:match("^<!%-%-%s*include:%s*(%S+)%s*%-%->%s*$")
@@ -26,7 +25,7 @@ end
 local function check_picture(image)
   local file = io.open(image.src, "rb")
   if not file then
-    error("there is no picture " .. image.src)
+    error("there is no picture " .. image.src .. "; if one was removed, remove pictures.stamp too")
   end
   file:close()
 end
@@ -62,6 +61,11 @@ local function keep_lead_ins(blocks)
 end
 
 local units = pandoc.List({"m", "cm", "s", "min", "h", "Hz", "m/s", "cm/s", "dB", "mbar", "°C", "%", "ms"})
+
+-- Captions are searched for as they stand on the screen.
+local function keep_dots(str)
+  return pandoc.Str((str.text:gsub("\u{2026}", "...")))
+end
 
 -- No line ends between a number and its unit.
 local function keep_units(inlines)
@@ -106,7 +110,7 @@ end
 function Pandoc(doc)
   local body = pandoc.walk_block(pandoc.Div(doc.blocks), {RawBlock = include})
   body = pandoc.walk_block(body, {Header = leave_appendix_unnumbered, Image = check_picture,
-    Table = mark_short_table, Inlines = keep_units})
+    Str = keep_dots, Table = mark_short_table, Inlines = keep_units})
   body = pandoc.walk_block(body, {Blocks = keep_lead_ins})
   check_links(body)
   doc.blocks = body.content

@@ -12,7 +12,6 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
@@ -192,17 +191,21 @@ void cMyScenes::sendLibrary()
     m_patience.answer(
         [this] { trigger("actionLibraryUpdate"); }, QStringLiteral("the progress of the library"),
         [this, &path](QWidget& dialog) {
-            if (qobject_cast<QFileDialog*>(&dialog) != nullptr) {
-                dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(path);
+            auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            if (name != nullptr) {
+                name->setText(path);
                 QMetaObject::invokeMethod(&dialog, "accept");
                 return false;
             }
-            if (auto* question = qobject_cast<QMessageBox*>(&dialog)) {
+            const auto* question = qobject_cast<QMessageBox*>(&dialog);
+            QAbstractButton* yes =
+                question != nullptr ? question->button(QMessageBox::Yes) : nullptr;
+            if (yes != nullptr) {
                 if (!isWideEnough(dialog)) {
                     return false;
                 }
                 addDialog("library-question", dialog);
-                question->button(QMessageBox::Yes)->click();
+                yes->click();
                 return false;
             }
             return photographProgress("library-progress", dialog);
@@ -338,7 +341,7 @@ bool cMyScenes::photographProgress(const char* name, QWidget& dialog)
     return true;
 }
 
-QString cMyScenes::libraryFile() const
+QString cMyScenes::libraryFile()
 {
     constexpr int bytes = 1024;
     constexpr unsigned short recordLength = 16;
@@ -346,8 +349,9 @@ QString cMyScenes::libraryFile() const
     sounds.setData(bytes - 1, 0);
     QString path = m_directory.filePath(QStringLiteral("sounds.mia"));
     QFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(sounds.toHex(0, bytes, recordLength).join(QLatin1Char('\n')).toLatin1());
+    const QByteArray text = sounds.toHex(0, bytes, recordLength).join(QLatin1Char('\n')).toLatin1();
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
+        m_patience.fail(path + QStringLiteral(": ") + file.errorString());
     }
     return path;
 }

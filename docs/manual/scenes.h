@@ -70,7 +70,7 @@ private:
     bool photographProgress(const char* name, QWidget& dialog);
 
     /// Makes a file that is a library as far as the program looks.
-    [[nodiscard]] QString libraryFile() const;
+    [[nodiscard]] QString libraryFile();
     [[nodiscard]] double shownDepth() const;
 
     template <typename Widget>
