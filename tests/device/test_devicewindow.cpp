@@ -31,6 +31,7 @@ private slots:
     void theProgressDialog();
     void aTransferThatCannotStart();
     void aVanishedDeviceTakesTheDialogAway();
+    void detailsOfTheSelfTest();
     void questions_data();
     void questions();
     void theBootLoaderWarning();
@@ -253,6 +254,18 @@ void TestDeviceWindow::aVanishedDeviceTakesTheDialogAway()
     support::Peer& again = plugIn();
     trigger("actionWriteSettings");
     QVERIFY(support::waitFor([&] { return again.lines().size() == 69; }));
+}
+
+void TestDeviceWindow::detailsOfTheSelfTest()
+{
+    plugIn();
+    child<QTabWidget>(*m_window, "tabWidget")->setCurrentIndex(0);
+    support::DialogScript user;
+    user.dismiss();
+    QTest::mouseClick(child<QPushButton>(*m_window, "pbDetails"), Qt::LeftButton);
+    QVERIFY(user.isFinished());
+    QCOMPARE(user.seen().at(0).title, QStringLiteral("Device status"));
+    QCOMPARE(user.seen().at(0).parent, static_cast<const QWidget*>(m_window.get()));
 }
 
 void TestDeviceWindow::questions_data()
