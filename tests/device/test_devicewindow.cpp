@@ -322,6 +322,9 @@ void TestDeviceWindow::questions()
         QCOMPARE(seen.title, title);
         QCOMPARE(seen.text, question);
         QCOMPARE(seen.buttons, QMessageBox::Yes | QMessageBox::No);
+        QCOMPARE(seen.icon, QMessageBox::Question);
+        QVERIFY(!seen.hasDefaultButton);
+        QCOMPARE(seen.parent, static_cast<const QWidget*>(m_window.get()));
     }
 }
 
@@ -340,6 +343,7 @@ void TestDeviceWindow::theBootLoaderWarning()
                                 "formularzu FLIP).\n") +
                  gap + QStringLiteral("Dalsze informacje w pliku Pomocy"));
     QCOMPARE(box()->standardButtons(), QMessageBox::Ok);
+    QCOMPARE(box()->icon(), QMessageBox::Critical);
     QCOMPARE(box()->parentWidget(), m_window.get());
     QTest::qWait(500);
     const auto boxes = m_window->findChildren<QMessageBox*>();
