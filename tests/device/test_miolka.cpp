@@ -20,6 +20,7 @@ private slots:
     void progressOfAWrite();
     void thePortIsClosedBeforeTheLastProgress();
     void recordsAreToldAfterTheLastAnswer();
+    void theLastProgressFollowsTheRecords();
     void aWriteTellsNoRecords();
     void aStatusQueryTellsNoProgress();
     void serviceCommandsSendOneLine_data();
@@ -145,6 +146,18 @@ void TestMiolka::recordsAreToldAfterTheLastAnswer()
         QCOMPARE(QByteArray(reinterpret_cast<const char*>(data.constData()), data.size()),
                  image.mid(16 * i, 16));
     }
+}
+
+void TestMiolka::theLastProgressFollowsTheRecords()
+{
+    QVector<int> recordsTold;
+    connect(m_link, &cMyMiolka::writeProgress, this, [&] { recordsTold += m_records->count(); });
+    read(settingsRecords());
+    QTRY_COMPARE(m_progress->count(), 69);
+    QVector<int> expected(69, 0);
+    expected.last() = 64;
+    QCOMPARE(recordsTold, expected);
+    QCOMPARE(m_progress->last(), QVariantList({0, 69, 69}));
 }
 
 void TestMiolka::aWriteTellsNoRecords()
