@@ -285,7 +285,7 @@ void keepLog(QtMsgType /*type*/, const QMessageLogContext& context, const QStrin
 void TestMiolka::everyLineIsLogged()
 {
     logged.clear();
-    m_peer->setAnswer([](const QByteArray& line) { return "!low\r\n" + line + "\r\n"; });
+    m_peer->setAnswer([](const QByteArray& line) { return "!słabo\r\n" + line + "\r\n"; });
     const auto before = qInstallMessageHandler(keepLog);
     write({QStringLiteral(":00000001FF")});
     const bool isDone = QTest::qWaitFor([this] { return m_progress->count() == 5; });
@@ -294,7 +294,7 @@ void TestMiolka::everyLineIsLogged()
     QCOMPARE(logged.filter(QStringLiteral("Zapisane: \t")).size(), 5);
     const QStringList received = logged.filter(QStringLiteral("Odczytane:\t"));
     QCOMPARE(received.size(), 2 * 5);
-    QCOMPARE(received.filter(QStringLiteral("!low")).size(), 5); // notices, too
+    QCOMPARE(received.filter(QStringLiteral("!słabo")).size(), 5); // notices, too
     QVERIFY(logged.at(3).contains(QStringLiteral("#HEX")));
 }
 
