@@ -17,6 +17,7 @@ class TestPortSelect : public QObject
 private slots:
     void init();
     void cleanup();
+    void itLooksTenTimesASecond();
     void withoutADevice();
     void theFirstDevice();
     void twoDevicesInTheSystemsOrder();
@@ -81,6 +82,14 @@ void TestPortSelect::cleanup()
 {
     m_select.reset();
     m_ports.reset();
+}
+
+void TestPortSelect::itLooksTenTimesASecond()
+{
+    const auto timers = m_select->findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+    QCOMPARE(timers.size(), 1);
+    QVERIFY(timers.first()->isActive() && !timers.first()->isSingleShot());
+    QCOMPARE(timers.first()->interval(), 100);
 }
 
 void TestPortSelect::withoutADevice()
