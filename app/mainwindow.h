@@ -113,7 +113,7 @@ public slots:
     void on_actionAbout_triggered();
 
     /// Takes bytes read from the device into the settings image; only EEPROM holds settings.
-    void newDataRead(MemoryType area, quint32 address, QVector<quint8> bytes);
+    void newDataRead(MemoryType area, quint32 address, QVector<quint8> data);
 
     /// Locks what must not touch the device while a simulation has it. The end of a simulation
     /// must be reported exactly once for each start.

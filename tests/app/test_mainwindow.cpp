@@ -4,6 +4,7 @@
 #include "tests/support/dialogscript.h"
 #include "tests/support/windowtest.h"
 
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QMenu>
@@ -42,6 +43,7 @@ private slots:
     void shortcutsRestDuringASimulation();
     void manySimulationsOneRequest();
     void onlyEepromIsTaken();
+    void onlyEepromRefreshesThePages();
     void openFileAppliesRecordsAndLeavesTheTitle();
     void valueListsCanCrossThreads();
     void exitClosesWithoutAQuestion();
@@ -402,6 +404,29 @@ void TestMainWindow::onlyEepromIsTaken()
     window.newDataRead(EEPROM, 16, {1, 2, 3});
     QCOMPARE(support::bytesOf(*image), support::templateImage().replace(16, 3, "\1\2\3"));
     QVERIFY(image->isModified());
+}
+
+void TestMainWindow::onlyEepromRefreshesThePages()
+{
+    MainWindow window;
+    const auto* title = child<QLineEdit>(window, "leTitle");
+    const auto* timer = child<QComboBox>(window, "tim1Cb1");
+    const auto* message = child<QComboBox>(window, "par01Cb1");
+    const auto shown = [&] {
+        return QStringList{title->text(), timer->currentText(), message->currentText()};
+    };
+    const QStringList before = shown();
+    // What lies under the inputs changes behind their backs.
+    auto* image = child<cMyMemoryArea>(window, "settingsImage");
+    image->setData(32, {'A', 'b', 0});
+    image->setData(256, 1);
+    image->setData(320, 1);
+    window.newDataRead(FLASH, 16, {1, 2, 3});
+    QCOMPARE(shown(), before);
+    window.newDataRead(EEPROM, 16, {1, 2, 3});
+    QCOMPARE(title->text(), QStringLiteral("Ab"));
+    QVERIFY(timer->currentText() != before.at(1));
+    QVERIFY(message->currentText() != before.at(2));
 }
 
 void TestMainWindow::openFileAppliesRecordsAndLeavesTheTitle()

@@ -120,9 +120,11 @@ void TestSettingsDocument::cleanup()
 
 void TestSettingsDocument::savingAFreshWindowAsksForAName()
 {
+    QVERIFY(QDir::setCurrent(m_directory->path()));
     m_user->chooseFile(path("new.mio"));
     trigger("actionSave");
     QCOMPARE(m_user->seen().at(0).title, QStringLiteral("Save to file"));
+    QCOMPARE(m_user->seen().at(0).directory, QDir::currentPath());
     QCOMPARE(m_user->seen().at(0).filters, QStringList{QStringLiteral("Setup file (*.mio)")});
     QCOMPARE(support::readFile(path("new.mio")), support::settingsText(support::templateImage()));
     QCOMPARE(shownPath(), path("new.mio"));

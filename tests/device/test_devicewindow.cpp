@@ -31,6 +31,7 @@ private slots:
     void theProgressDialog();
     void aTransferThatCannotStart();
     void aVanishedDeviceTakesTheDialogAway();
+    void detailsOfTheSelfTest();
     void questions_data();
     void questions();
     void theBootLoaderWarning();
@@ -255,6 +256,18 @@ void TestDeviceWindow::aVanishedDeviceTakesTheDialogAway()
     QVERIFY(support::waitFor([&] { return again.lines().size() == 69; }));
 }
 
+void TestDeviceWindow::detailsOfTheSelfTest()
+{
+    plugIn();
+    child<QTabWidget>(*m_window, "tabWidget")->setCurrentIndex(0);
+    support::DialogScript user;
+    user.dismiss();
+    QTest::mouseClick(child<QPushButton>(*m_window, "pbDetails"), Qt::LeftButton);
+    QVERIFY(user.isFinished());
+    QCOMPARE(user.seen().at(0).title, QStringLiteral("Device status"));
+    QCOMPARE(user.seen().at(0).parent, static_cast<const QWidget*>(m_window.get()));
+}
+
 void TestDeviceWindow::questions_data()
 {
     QTest::addColumn<QByteArray>("action");
@@ -309,6 +322,9 @@ void TestDeviceWindow::questions()
         QCOMPARE(seen.title, title);
         QCOMPARE(seen.text, question);
         QCOMPARE(seen.buttons, QMessageBox::Yes | QMessageBox::No);
+        QCOMPARE(seen.icon, QMessageBox::Question);
+        QVERIFY(!seen.hasDefaultButton);
+        QCOMPARE(seen.parent, static_cast<const QWidget*>(m_window.get()));
     }
 }
 
@@ -327,6 +343,7 @@ void TestDeviceWindow::theBootLoaderWarning()
                                 "formularzu FLIP).\n") +
                  gap + QStringLiteral("Dalsze informacje w pliku Pomocy"));
     QCOMPARE(box()->standardButtons(), QMessageBox::Ok);
+    QCOMPARE(box()->icon(), QMessageBox::Critical);
     QCOMPARE(box()->parentWidget(), m_window.get());
     QTest::qWait(500);
     const auto boxes = m_window->findChildren<QMessageBox*>();

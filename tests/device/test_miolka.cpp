@@ -20,6 +20,7 @@ private slots:
     void progressOfAWrite();
     void thePortIsClosedBeforeTheLastProgress();
     void recordsAreToldAfterTheLastAnswer();
+    void theLastProgressFollowsTheRecords();
     void aWriteTellsNoRecords();
     void aStatusQueryTellsNoProgress();
     void serviceCommandsSendOneLine_data();
@@ -147,6 +148,18 @@ void TestMiolka::recordsAreToldAfterTheLastAnswer()
     }
 }
 
+void TestMiolka::theLastProgressFollowsTheRecords()
+{
+    QVector<int> recordsTold;
+    connect(m_link, &cMyMiolka::writeProgress, this, [&] { recordsTold += m_records->count(); });
+    read(settingsRecords());
+    QTRY_COMPARE(m_progress->count(), 69);
+    QVector<int> expected(69, 0);
+    expected.last() = 64;
+    QCOMPARE(recordsTold, expected);
+    QCOMPARE(m_progress->last(), QVariantList({0, 69, 69}));
+}
+
 void TestMiolka::aWriteTellsNoRecords()
 {
     write(settingsRecords());
@@ -272,7 +285,7 @@ void keepLog(QtMsgType /*type*/, const QMessageLogContext& context, const QStrin
 void TestMiolka::everyLineIsLogged()
 {
     logged.clear();
-    m_peer->setAnswer([](const QByteArray& line) { return "!low\r\n" + line + "\r\n"; });
+    m_peer->setAnswer([](const QByteArray& line) { return "!słabo\r\n" + line + "\r\n"; });
     const auto before = qInstallMessageHandler(keepLog);
     write({QStringLiteral(":00000001FF")});
     const bool isDone = QTest::qWaitFor([this] { return m_progress->count() == 5; });
@@ -281,7 +294,7 @@ void TestMiolka::everyLineIsLogged()
     QCOMPARE(logged.filter(QStringLiteral("Zapisane: \t")).size(), 5);
     const QStringList received = logged.filter(QStringLiteral("Odczytane:\t"));
     QCOMPARE(received.size(), 2 * 5);
-    QCOMPARE(received.filter(QStringLiteral("!low")).size(), 5); // notices, too
+    QCOMPARE(received.filter(QStringLiteral("!słabo")).size(), 5); // notices, too
     QVERIFY(logged.at(3).contains(QStringLiteral("#HEX")));
 }
 

@@ -121,7 +121,10 @@ void TestMiolkaStatus::layout()
     auto* grid = dialog.findChild<QGridLayout*>(QStringLiteral("gridLayout"));
     QVERIFY(grid != nullptr);
     for (int row = 0; row < 8; ++row) {
-        QCOMPARE(grid->itemAtPosition(row, 1)->widget()->objectName(), QLatin1String(values[row]));
+        const QString value = QLatin1String(values[row]);
+        QCOMPARE(grid->itemAtPosition(row, 0)->widget()->objectName(),
+                 value + QStringLiteral("Caption"));
+        QCOMPARE(grid->itemAtPosition(row, 1)->widget()->objectName(), value);
     }
     const auto* button = grid->itemAtPosition(8, 0)->widget();
     QCOMPARE(grid->itemAtPosition(8, 1)->widget(), button);
