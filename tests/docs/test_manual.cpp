@@ -28,6 +28,8 @@ private slots:
     void namesEveryField();
     void namesEveryChoiceOfRules_data();
     void namesEveryChoiceOfRules();
+    void spellsCaptionsAsTheScreenDoes_data();
+    void spellsCaptionsAsTheScreenDoes();
     void isFinished_data();
     void isFinished();
     void isInEnglish();
@@ -209,6 +211,22 @@ void TestManual::namesEveryChoiceOfRules()
 {
     QFETCH(QString, label);
     QVERIFY(m_text.contains(label));
+}
+
+void TestManual::spellsCaptionsAsTheScreenDoes_data()
+{
+    QTest::addColumn<QString>("caption");
+    for (const char* caption :
+         {"Save...", "Save as...", "Sound library update...", "Self-test... Passed",
+          "Miolka -> PC Upload", "Transfers use ..."}) {
+        QTest::newRow(caption) << QString::fromUtf8(caption);
+    }
+}
+
+void TestManual::spellsCaptionsAsTheScreenDoes()
+{
+    QFETCH(QString, caption);
+    QVERIFY(m_text.contains(caption));
 }
 
 void TestManual::isFinished_data()
