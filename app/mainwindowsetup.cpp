@@ -128,6 +128,7 @@ void MainWindow::createStatusPage()
 
 void MainWindow::connectDevice()
 {
+    connect(m_portSelect, &cMyPortSelect::portsListed, m_link, &cMyMiolka::setListedPorts);
     connect(m_portSelect, &QComboBox::currentTextChanged, m_link, &cMyMiolka::setPort);
     connect(m_portSelect, &QComboBox::currentTextChanged, ui->simWidget,
             &cMySimWidget::setPortName);

@@ -92,6 +92,11 @@ void cMyMiolka::setPort(QString portName)
     readStatus();
 }
 
+void cMyMiolka::setListedPorts(const QStringList& names)
+{
+    m_isUnlisted = !m_portName.isEmpty() && !names.contains(m_portName);
+}
+
 void cMyMiolka::readStatus()
 {
     if (mustWait() || !m_waiting.isEmpty()) {
@@ -448,6 +453,9 @@ void cMyMiolka::portFailed(QSerialPort::SerialPortError error)
         m_port.close();
     } else {
         lose();
+        // A port may outlive its place in the list for a moment. No change of the list is to come
+        // then that would have it opened, and the loss told.
+        m_isStatusDue = m_isUnlisted;
     }
 }
 

@@ -28,7 +28,8 @@ class cMyMemoryArea;
 ///
 /// A status query or service command is ended quietly when a line stays unanswered for 10 s, a
 /// transfer only when it was cancelled and nothing came for 3 s. A device that vanishes ends any
-/// exchange at once; that is told at the next attempt to open its port.
+/// exchange at once; that is told at the next attempt to open its port, which follows when the
+/// list of ports has changed, or at once where the list had changed before.
 class cMyMiolka : public QObject
 {
     Q_OBJECT
@@ -55,6 +56,9 @@ public:
 public slots:
     /// Adopts the name if there is none yet, and asks for the status. What runs is cut off.
     void setPort(QString portName);
+
+    /// Takes note of the ports that devices are attached to, before setPort() tells of a change.
+    void setListedPorts(const QStringList& names);
 
     void readStatus();
 
@@ -153,6 +157,7 @@ private:
     QVector<Request> m_waiting;
     bool m_isStatusDue = false;
     bool m_isLent = false;
+    bool m_isUnlisted = false; ///< the list of ports has changed, and ours is not in it
     QString m_heldPort;
     QDeadlineTimer m_expectedAway; ///< until then the device may be gone because it was told to
     std::unique_ptr<QMessageBox> m_errorBox;

@@ -73,6 +73,7 @@ void cMyPortSelect::rebuild(const QStringList& names)
     const QString chosen = m_portCount > 0 ? currentText() : m_currentPort;
     m_portCount = names.size();
     m_names = names;
+    emit portsListed(names);
     clear();
     if (names.isEmpty()) {
         // Clearing has told of the empty text already.

@@ -27,6 +27,9 @@ public slots:
     void hold(const QString& portName);
 
 signals:
+    /// The list is about to become these; before currentTextChanged() tells what follows from it.
+    void portsListed(const QStringList& names);
+
     /// Never emitted; currentTextChanged() tells of the port.
     void portChanged(QString port);
 

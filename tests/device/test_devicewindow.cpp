@@ -24,6 +24,7 @@ private slots:
     void withoutADevice();
     void withADevice();
     void whenTheDeviceGoes();
+    void whenTheDeviceIsForgottenBeforeItGoes();
     void writing();
     void reading();
     void otherMemoriesStayOut();
@@ -117,6 +118,22 @@ void TestDeviceWindow::whenTheDeviceGoes()
     // What a diver wants to know after the dive stays.
     QCOMPARE(text("lmaxDepth"), QStringLiteral("0.0 m"));
     QCOMPARE(text("lDiveTime"), QStringLiteral("0:00"));
+    QCOMPARE(box()->windowTitle(), QStringLiteral("Error"));
+    box()->button(QMessageBox::Ok)->click();
+    QTest::qWait(300);
+    QVERIFY(box() == nullptr);
+}
+
+void TestDeviceWindow::whenTheDeviceIsForgottenBeforeItGoes()
+{
+    support::Peer& peer = plugIn();
+    peer.fallSilentAt(1);
+    m_ports->forget(QStringLiteral("ttyACM0"));
+    QTRY_COMPARE(text("lMiolkaPort"), notAvailable());
+    QTRY_COMPARE(peer.lines().size(), 1);
+    QVERIFY(box() == nullptr);
+    peer.hangUp();
+    QTRY_VERIFY(box() != nullptr);
     QCOMPARE(box()->windowTitle(), QStringLiteral("Error"));
     box()->button(QMessageBox::Ok)->click();
     QTest::qWait(300);

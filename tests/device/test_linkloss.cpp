@@ -19,6 +19,15 @@ private slots:
     void whileLateAnswersAreLetPass();
     void withRequestsWaiting();
     void aDueQueryGoesWithTheDevice();
+    void thePortOutlivesItsPlaceInTheList_data();
+    void thePortOutlivesItsPlaceInTheList();
+    void aDeviceThatWasSentAwayOutlivesItsPlaceInTheList();
+    void aListedDeviceIsLeftToTheList();
+
+private:
+    /// What the selector tells when the list becomes these.
+    void list(const QStringList& names) const;
+    void closeTheOnlyBox();
 };
 
 void TestLinkLoss::hangUpAtEveryLine_data()
@@ -166,6 +175,81 @@ void TestLinkLoss::aDueQueryGoesWithTheDevice()
     m_peer->hangUp();
     QTest::qWait(200);
     QVERIFY(errorBox() == nullptr); // that is told when the port has gone from the list
+}
+
+void TestLinkLoss::list(const QStringList& names) const
+{
+    m_link->setListedPorts(names);
+    m_link->setPort(QString());
+    if (!names.isEmpty()) {
+        m_link->setPort(names.first());
+    }
+}
+
+void TestLinkLoss::closeTheOnlyBox()
+{
+    QTRY_VERIFY(errorBox() != nullptr);
+    QCOMPARE(errorBox()->text(), QSerialPort().tr("No such file or directory"));
+    errorBox()->button(QMessageBox::Ok)->click();
+    QTest::qWait(300);
+    QVERIFY(errorBox() == nullptr);
+}
+
+void TestLinkLoss::thePortOutlivesItsPlaceInTheList_data()
+{
+    QTest::addColumn<QStringList>("left");
+    QTest::addColumn<bool>("isWriting");
+    const QStringList another{QStringLiteral("another")};
+    QTest::newRow("the only device") << QStringList() << false;
+    QTest::newRow("the only device, during a write") << QStringList() << true;
+    QTest::newRow("one of two") << another << false;
+    QTest::newRow("one of two, during a write") << another << true;
+}
+
+void TestLinkLoss::thePortOutlivesItsPlaceInTheList()
+{
+    QFETCH(QStringList, left);
+    QFETCH(bool, isWriting);
+    m_peer->fallSilentAt(5);
+    if (isWriting) {
+        write(settingsRecords());
+        QTRY_COMPARE(m_peer->lines().size(), 5);
+    }
+    list(left);
+    // The port can still be opened, so that there is nothing to tell yet.
+    QVERIFY(!isPortFree());
+    QTest::qWait(50);
+    QVERIFY(errorBox() == nullptr);
+    m_peer->hangUp();
+    closeTheOnlyBox();
+    QCOMPARE(m_losses->count(), isWriting ? 1 : 0);
+}
+
+void TestLinkLoss::aDeviceThatWasSentAwayOutlivesItsPlaceInTheList()
+{
+    m_link->powerOff();
+    QTRY_COMPARE(m_peer->lines().size(), 1);
+    QTRY_VERIFY(isPortFree());
+    m_peer->fallSilentAt(1);
+    list({});
+    QTRY_COMPARE(m_peer->lines().size(), 2);
+    m_peer->hangUp();
+    QTest::qWait(300);
+    QVERIFY(errorBox() == nullptr);
+    m_link->clearStats(); // by the user, who is told why nothing comes of it
+    closeTheOnlyBox();
+}
+
+void TestLinkLoss::aListedDeviceIsLeftToTheList()
+{
+    m_peer->fallSilentAt(5);
+    list({m_peer->path()});
+    QTRY_COMPARE(m_peer->lines().size(), 5);
+    m_peer->hangUp();
+    QTest::qWait(300);
+    QVERIFY(errorBox() == nullptr);
+    list({});
+    closeTheOnlyBox();
 }
 
 MIOLKA_GUI_TEST_MAIN(TestLinkLoss)

@@ -22,6 +22,7 @@ private slots:
     void theFirstDevice();
     void twoDevicesInTheSystemsOrder();
     void theLastDeviceGoes();
+    void theListIsToldBeforeTheChoice();
     void otherPortsAreNotListed_data();
     void otherPortsAreNotListed();
     void theChoiceOutlivesARebuild();
@@ -133,6 +134,25 @@ void TestPortSelect::theLastDeviceGoes()
     QTRY_COMPARE(items(), QStringList(QString()));
     QVERIFY(!m_select->isEnabled());
     QCOMPARE(toldTexts(), QStringList(QString()));
+}
+
+void TestPortSelect::theListIsToldBeforeTheChoice()
+{
+    QStringList told;
+    connect(m_select.get(), &cMyPortSelect::portsListed, m_select.get(),
+            [&told](const QStringList& names) {
+                told.append(QStringLiteral("list ") + names.join(QLatin1Char(' ')));
+            });
+    connect(m_select.get(), &QComboBox::currentTextChanged, m_select.get(),
+            [&told](const QString& text) { told.append(QStringLiteral("choice ") + text); });
+    m_ports->plug(first);
+    QTRY_COMPARE(items(), QStringList(first));
+    QCOMPARE(told, QStringList({QStringLiteral("list ttyACM0"), QStringLiteral("choice "),
+                                QStringLiteral("choice ttyACM0")}));
+    told.clear();
+    m_ports->unplug(first);
+    QTRY_COMPARE(items(), QStringList(QString()));
+    QCOMPARE(told, QStringList({QStringLiteral("list "), QStringLiteral("choice ")}));
 }
 
 void TestPortSelect::otherPortsAreNotListed_data()

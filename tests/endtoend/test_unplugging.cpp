@@ -16,21 +16,33 @@ class TestUnplugging : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void init();
+    void cleanup();
     void cleanupTestCase();
     void isToldOnceAndForgotten_data();
     void isToldOnceAndForgotten();
 
 private:
+    /// One program for all, since it is to forget what was; another only after a failure.
     std::unique_ptr<support::Session> m_session;
 };
 
-void TestUnplugging::initTestCase()
+void TestUnplugging::init()
 {
+    if (m_session != nullptr) {
+        return;
+    }
     m_session = support::startSession();
     QVERIFY(m_session != nullptr);
     const QString error = support::plugInAndSettle(*m_session);
     QVERIFY2(error.isEmpty(), qPrintable(error));
+}
+
+void TestUnplugging::cleanup()
+{
+    if (QTest::currentTestFailed()) {
+        m_session.reset();
+    }
 }
 
 void TestUnplugging::cleanupTestCase()

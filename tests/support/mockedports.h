@@ -9,6 +9,8 @@
 #include "tests/support/guitest.h"
 #include "tests/support/peer.h"
 
+#include <QFile>
+
 #include <map>
 #include <memory>
 
@@ -42,7 +44,18 @@ public:
     void unplug(const QString& name)
     {
         m_usb.remove(name);
+        QFile::remove(node(name)); // of a port that was forgotten
         m_peers.erase(name);
+    }
+
+    /// Takes a port from the system's list only. Who knows its name can still open it, as with a
+    /// system that forgets a port before it has taken it down.
+    void forget(const QString& name)
+    {
+        m_usb.remove(name);
+        if (!QFile::link(m_peers.at(name)->path(), node(name))) {
+            qFatal("the port cannot stay");
+        }
     }
 
     void unplugAll()
@@ -59,6 +72,11 @@ public:
     static void becomeMocked(char* argv[]);
 
 private:
+    [[nodiscard]] QString node(const QString& name) const
+    {
+        return m_usb.rootDirectory() + QStringLiteral("/dev/") + name;
+    }
+
     cMyMockedUsb m_usb;
     std::map<QString, std::unique_ptr<Peer>> m_peers;
 };
