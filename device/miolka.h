@@ -43,6 +43,9 @@ public:
     /// The port that exchanges use, the first that was ever named; empty before.
     [[nodiscard]] QString portName() const { return m_portName; }
 
+    /// Takes note of the ports that devices are attached to, before setPort() tells of a change.
+    void setListedPorts(const QStringList& names);
+
     /// Lets a simulation have the port: what runs is ended as by end(), what was asked for besides
     /// the status, or is from now on, waits until the port is taken back. Calling either once more
     /// does nothing.
@@ -56,9 +59,6 @@ public:
 public slots:
     /// Adopts the name if there is none yet, and asks for the status. What runs is cut off.
     void setPort(QString portName);
-
-    /// Takes note of the ports that devices are attached to, before setPort() tells of a change.
-    void setListedPorts(const QStringList& names);
 
     void readStatus();
 

@@ -188,28 +188,28 @@ void cMyScenes::sendLibrary()
 {
     const QString path = libraryFile();
     command("latency 25");
-    m_patience.answer(
-        [this] { trigger("actionLibraryUpdate"); }, QStringLiteral("the progress of the library"),
-        [this, &path](QWidget& dialog) {
-            auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-            if (name != nullptr) {
-                name->setText(path);
-                QMetaObject::invokeMethod(&dialog, "accept");
-                return false;
-            }
-            const auto* question = qobject_cast<QMessageBox*>(&dialog);
-            QAbstractButton* yes =
-                question != nullptr ? question->button(QMessageBox::Yes) : nullptr;
-            if (yes != nullptr) {
-                if (!isWideEnough(dialog)) {
-                    return false;
-                }
-                addDialog("library-question", dialog);
-                yes->click();
-                return false;
-            }
-            return photographProgress("library-progress", dialog);
-        });
+    m_patience.answer([this] { trigger("actionLibraryUpdate"); },
+                      QStringLiteral("the progress of the library"),
+                      [this, &path](QWidget& dialog) {
+                          auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+                          if (name != nullptr) {
+                              name->setText(path);
+                              QMetaObject::invokeMethod(&dialog, "accept");
+                              return false;
+                          }
+                          const auto* question = qobject_cast<QMessageBox*>(&dialog);
+                          QAbstractButton* yes =
+                              question != nullptr ? question->button(QMessageBox::Yes) : nullptr;
+                          if (yes != nullptr) {
+                              if (!isWideEnough(dialog)) {
+                                  return false;
+                              }
+                              addDialog("library-question", dialog);
+                              yes->click();
+                              return false;
+                          }
+                          return photographProgress("library-progress", dialog);
+                      });
     command("latency 0");
 }
 
