@@ -79,6 +79,11 @@ cMyThresholdScale thresholdScale(const cMyTableModel& values, int row)
     return scale;
 }
 
+QString plainUnit(const QString& unit)
+{
+    return unit.startsWith(QLatin1Char('[')) ? unit.mid(1, unit.size() - 2) : unit;
+}
+
 double shownThreshold(int stored, const cMyThresholdScale& scale)
 {
     if (scale.factor == 0) {

@@ -45,6 +45,9 @@ namespace editor {
 /// What a row of a table of measured values says of the threshold.
 [[nodiscard]] cMyThresholdScale thresholdScale(const cMyTableModel& values, int row);
 
+/// A unit without the brackets that option tables put around it, which may be missing.
+[[nodiscard]] QString plainUnit(const QString& unit);
+
 /// The threshold, as displayed, that a stored number stands for. A scale that does not reach
 /// below zero but beyond 32767 stored units (battery level: 100 % is 32768) is read unsigned.
 [[nodiscard]] double shownThreshold(int stored, const cMyThresholdScale& scale);

@@ -221,7 +221,12 @@ QString ruleMember(const QString& kind, int rule, const QString& member)
 
 QString optionTableFile(const cMySettingsField& field)
 {
-    return QStringLiteral(":/models/%1.csv").arg(field.optionTable);
+    return optionTableFile(field.optionTable);
+}
+
+QString optionTableFile(const QString& optionTable)
+{
+    return QStringLiteral(":/models/%1.csv").arg(optionTable);
 }
 
 QString caption(const cMySettingsField& field)

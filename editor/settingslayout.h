@@ -51,8 +51,10 @@ constexpr int conditionNever = 254;
 /// Name of a member of a rule: kind is "timerRule" or "messageRule", rules count from 1.
 [[nodiscard]] QString ruleMember(const QString& kind, int rule, const QString& member);
 
-/// Where among the resources the table of the values lies that are offered for the field.
+/// Where among the resources the table of the values lies that are offered for the field, and where
+/// the option table with this base name lies.
 [[nodiscard]] QString optionTableFile(const cMySettingsField& field);
+[[nodiscard]] QString optionTableFile(const QString& optionTable);
 
 /// What the field is called on the screen, in the language of the installed catalogue.
 [[nodiscard]] QString caption(const cMySettingsField& field);

@@ -3,13 +3,14 @@
 
 #include "emulator/spokenform.h"
 
+#include "editor/fieldcodec.h"
 #include "emulator/rulenumbers.h"
 
 #include <cmath>
 
 namespace {
 
-/// The form that is taken where the settings name none: it tells all there is to tell.
+/// The table of the values that message rules offer for this member.
 QString tableFile(const char* member)
 {
     const QString name =
@@ -21,13 +22,9 @@ QString tableFile(const char* member)
 bool hasPart(const cMyTableModel& forms, int form, const char* part)
 {
     const int row = forms.rowOfValue(form);
+    // Where the settings name none, all there is to tell is told.
     const int known = row < 0 ? forms.rowOfValue(emulator::fullForm) : row;
     return forms.cell(known, cMyTableModel::Label).contains(QLatin1String(part));
-}
-
-QString withoutBrackets(const QString& unit)
-{
-    return unit.startsWith(QLatin1Char('[')) ? unit.mid(1, unit.size() - 2) : unit;
 }
 
 QString number(double value, int decimals)
@@ -70,7 +67,7 @@ QString cMySpokenForm::text(const cMyDiveValues& values) const
     }
     words.append(number(value, decimals));
     if (m_hasUnit) {
-        words.append(withoutBrackets(m_scale.unit));
+        words.append(editor::plainUnit(m_scale.unit));
     }
     return words.join(QLatin1Char(' '));
 }

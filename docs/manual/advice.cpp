@@ -29,7 +29,7 @@ QSet<QString> knownKeys()
         keys.insert(manual::adviceKey(field));
     }
     for (const QString& table : manual::optionTables()) {
-        const cMyTableModel options(manual::optionTableFile(table));
+        const cMyTableModel options(editor::optionTableFile(table));
         for (int row = 0; row < options.rowCount(); ++row) {
             keys.insert(manual::adviceKey(table, options.cell(row, cMyTableModel::Value)));
         }
@@ -82,8 +82,8 @@ QString cMyAdvice::meaning(const QString& table, int code) const
         return own;
     }
     const QString sister = QString(table).replace(0, 3, QStringLiteral("msg"));
-    const cMyTableModel options(manual::optionTableFile(table));
-    const cMyTableModel sisters(manual::optionTableFile(sister));
+    const cMyTableModel options(editor::optionTableFile(table));
+    const cMyTableModel sisters(editor::optionTableFile(sister));
     const QString label = options.cell(options.rowOfValue(code), cMyTableModel::Label);
     for (int row = 0; row < sisters.rowCount(); ++row) {
         if (sisters.cell(row, cMyTableModel::Label) == label) {
@@ -102,7 +102,7 @@ QStringList cMyAdvice::faults() const
         }
     }
     for (const QString& table : manual::optionTables()) {
-        const cMyTableModel options(manual::optionTableFile(table));
+        const cMyTableModel options(editor::optionTableFile(table));
         for (int row = 0; needsMeanings(table) && row < options.rowCount(); ++row) {
             const QString code = options.cell(row, cMyTableModel::Value);
             if (meaning(table, code.toInt()).isEmpty()) {

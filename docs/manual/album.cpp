@@ -81,10 +81,10 @@ QPixmap pictureOf(QWidget& widget)
 
 QPixmap stacked(const QVector<QPixmap>& pictures)
 {
-    QSize size;
+    QSize size(0, 0);
     for (const QPixmap& each : pictures) {
         size = QSize(std::max(size.width(), sizeOf(each).width()),
-                     std::max(size.height(), 0) + sizeOf(each).height());
+                     size.height() + sizeOf(each).height());
     }
     QPixmap picture = emptyPicture(size, pictures.first().devicePixelRatio());
     int top = 0;

@@ -17,21 +17,14 @@ bool isNumber(const cMySettingsField& field)
     return field.encoding == FieldEncoding::Unsigned || field.encoding == FieldEncoding::Signed;
 }
 
-/// The built-in default settings.
-const cMyMemoryArea& defaults()
+/// Puts into the area what the built-in default settings hold in the field.
+void setDefault(cMyMemoryArea& area, const cMySettingsField& field)
 {
-    static const cMyMemoryArea* const area = [] {
-        static cMyMemoryArea image;
-        for (const cMySettingsField& field : editor::settingsFields()) {
-            QVector<quint8> bytes;
-            for (const char byte : field.defaultBytes) {
-                bytes.append(static_cast<quint8>(byte));
-            }
-            image.setData(static_cast<quint32>(field.address), bytes);
-        }
-        return &image;
-    }();
-    return *area;
+    QVector<quint8> bytes;
+    for (const char byte : field.defaultBytes) {
+        bytes.append(static_cast<quint8>(byte));
+    }
+    area.setData(static_cast<quint32>(field.address), bytes);
 }
 
 QString dotted(const QByteArray& bytes)
@@ -53,11 +46,6 @@ QString shownNumber(double number, double factor)
                            editor::decimalsOfFactor(factor).value_or(decimalsOffScreen));
 }
 
-QString withoutBrackets(const QString& unit)
-{
-    return unit.mid(1, unit.size() - 2);
-}
-
 QString range(const cMySettingsField& field)
 {
     if (!isNumber(field) || !field.optionTable.isEmpty() || isThreshold(field)) {
@@ -72,11 +60,13 @@ QString defaultValue(const cMySettingsField& field)
     if (field.encoding == FieldEncoding::Bytes) {
         return dotted(field.defaultBytes);
     }
+    cMyMemoryArea defaults;
+    setDefault(defaults, field);
     if (field.encoding == FieldEncoding::Text) {
-        const QString text = editor::storedText(defaults(), field);
+        const QString text = editor::storedText(defaults, field);
         return text.isEmpty() ? QStringLiteral("empty") : text;
     }
-    const int stored = editor::storedNumber(defaults(), field);
+    const int stored = editor::storedNumber(defaults, field);
     if (field.optionTable.isEmpty()) {
         const QString number = shownNumber(stored / field.factor, field.factor);
         return field.unit.isEmpty() ? number : number + QLatin1Char(' ') + field.unit;

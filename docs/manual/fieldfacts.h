@@ -12,9 +12,6 @@ namespace manual {
 /// A number as the screen shows one that is stored times this factor.
 [[nodiscard]] QString shownNumber(double number, double factor);
 
-/// A unit of an option table, "[mbar]", as it is read.
-[[nodiscard]] QString withoutBrackets(const QString& unit);
-
 /// "5 to 255"; empty for choices, texts and the threshold of a rule.
 [[nodiscard]] QString range(const cMySettingsField& field);
 

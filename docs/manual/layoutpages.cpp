@@ -6,6 +6,7 @@
 #include "docs/manual/markdown.h"
 #include "docs/manual/optiontables.h"
 #include "docs/manual/pages.h"
+#include "editor/fieldcodec.h"
 #include "editor/tablemodel.h"
 
 #include <algorithm>
@@ -192,7 +193,7 @@ QString measuredCodes(const QList<QStringList>& options)
 {
     QVector<QStringList> rows;
     for (const QStringList& option : options) {
-        const QString unit = manual::withoutBrackets(option.value(cMyTableModel::Unit));
+        const QString unit = editor::plainUnit(option.value(cMyTableModel::Unit));
         const QString range =
             QStringLiteral("%1 to %2")
                 .arg(option.value(cMyTableModel::Minimum), option.value(cMyTableModel::Maximum));
@@ -215,7 +216,7 @@ QString codes()
     QString text;
     QList<QList<QStringList>> done;
     for (const QString& table : manual::optionTables()) {
-        const QList<QStringList> options = cMyTableModel(manual::optionTableFile(table)).getList();
+        const QList<QStringList> options = cMyTableModel(editor::optionTableFile(table)).getList();
         if (!done.contains(options)) {
             const bool isMeasured = options.first().size() > cMyTableModel::Factor;
             text += isMeasured ? measuredCodes(options) : plainCodes(options);

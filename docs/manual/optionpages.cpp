@@ -33,11 +33,11 @@ QString nameList(const QStringList& labels)
 /// mean. What a choice means to timer rules alone comes behind what it means to message rules.
 QString meanings(const QString& table, const cMyAdvice& advice)
 {
-    const cMyTableModel options(manual::optionTableFile(table));
+    const cMyTableModel options(editor::optionTableFile(table));
     const QString sister = QString(table).replace(0, 3, QStringLiteral("tim"));
     const bool isShared =
         sister != table &&
-        cMyTableModel(manual::optionTableFile(sister)).getList() == options.getList();
+        cMyTableModel(editor::optionTableFile(sister)).getList() == options.getList();
     QVector<QStringList> rows;
     QStringList selfSpeaking;
     for (int row = 0; row < options.rowCount(); ++row) {
@@ -65,7 +65,7 @@ QString values(const cMyAdvice& advice)
                                      {QStringLiteral("Unit"), 8},
                                      {QStringLiteral("Range"), 19},
                                      {QStringLiteral("Meaning"), 44}};
-    const cMyTableModel options(manual::optionTableFile(measuredValues));
+    const cMyTableModel options(editor::optionTableFile(measuredValues));
     QVector<QStringList> rows;
     for (int row = 0; row < options.rowCount(); ++row) {
         const QString code = options.cell(row, cMyTableModel::Value);
@@ -75,7 +75,7 @@ QString values(const cMyAdvice& advice)
                                   .arg(manual::shownNumber(scale.minimum, scale.factor),
                                        manual::shownNumber(scale.maximum, scale.factor));
         rows.append({literal(options.cell(row, cMyTableModel::Label)),
-                     literal(manual::withoutBrackets(scale.unit)), isCompared ? range : QString(),
+                     literal(editor::plainUnit(scale.unit)), isCompared ? range : QString(),
                      advice.meaning(measuredValues, code.toInt())});
     }
     return manual::table(columns, rows);

@@ -19,11 +19,4 @@ QStringList optionTables()
     return tables;
 }
 
-QString optionTableFile(const QString& table)
-{
-    cMySettingsField field;
-    field.optionTable = table;
-    return editor::optionTableFile(field);
-}
-
 } // namespace manual

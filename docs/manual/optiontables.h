@@ -4,7 +4,6 @@
 #ifndef MIOLKA_DOCS_MANUAL_OPTIONTABLES_H
 #define MIOLKA_DOCS_MANUAL_OPTIONTABLES_H
 
-#include <QString>
 #include <QStringList>
 
 /// What the manual is made of.
@@ -12,9 +11,6 @@ namespace manual {
 
 /// The tables that fields offer their choices from, in the order of the first field of each.
 [[nodiscard]] QStringList optionTables();
-
-/// Where among the resources one of them lies.
-[[nodiscard]] QString optionTableFile(const QString& table);
 
 } // namespace manual
 

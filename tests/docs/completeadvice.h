@@ -31,7 +31,7 @@ inline Texts completeTexts()
     }
     for (const char* table : {"msgCb1", "msgCb2", "msgCb5", "msgCb6", "timCb4"}) {
         const QString name = QString::fromLatin1(table);
-        const cMyTableModel options(manual::optionTableFile(name));
+        const cMyTableModel options(editor::optionTableFile(name));
         for (int row = 0; row < options.rowCount(); ++row) {
             const QString key = manual::adviceKey(name, options.cell(row, cMyTableModel::Value));
             texts.insert(key, textOf(key));

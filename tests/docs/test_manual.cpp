@@ -199,7 +199,7 @@ void TestManual::namesEveryChoiceOfRules_data()
 {
     QTest::addColumn<QString>("label");
     for (const QString& table : manual::optionTables()) {
-        const cMyTableModel options(manual::optionTableFile(table));
+        const cMyTableModel options(editor::optionTableFile(table));
         for (int row = 0; row < options.rowCount(); ++row) {
             const QString label = options.cell(row, cMyTableModel::Label);
             QTest::newRow(qPrintable(QStringLiteral("%1: %2").arg(table, label))) << label;

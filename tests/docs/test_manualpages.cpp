@@ -195,7 +195,7 @@ void TestManualPages::everyChoiceAppearsWithItsMeaning()
         {QStringLiteral("repetitions.md"), QStringLiteral("msgCb6")},
         {QStringLiteral("actions.md"), QStringLiteral("timCb4")}};
     for (auto file = files.cbegin(); file != files.cend(); ++file) {
-        const cMyTableModel options(manual::optionTableFile(file.value()));
+        const cMyTableModel options(editor::optionTableFile(file.value()));
         for (int row = 0; row < options.rowCount(); ++row) {
             const QString line = QStringLiteral("| %1 | Text of %2/%3. |")
                                      .arg(manual::literal(options.cell(row, cMyTableModel::Label)),
@@ -256,7 +256,7 @@ void TestManualPages::everyCodeAppears()
 {
     const QString codes = page("option-codes.md");
     for (const QString& table : manual::optionTables()) {
-        const cMyTableModel options(manual::optionTableFile(table));
+        const cMyTableModel options(editor::optionTableFile(table));
         for (int row = 0; row < options.rowCount(); ++row) {
             const QString cells =
                 QStringLiteral("| %1 | %2 |")

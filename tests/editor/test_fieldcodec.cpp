@@ -27,6 +27,7 @@ private slots:
     void thresholds_data();
     void thresholds();
     void everyStoredThresholdOfOneUnitComesBack();
+    void aPlainUnitHasNoBrackets();
     void decimals_data();
     void decimals();
     void versions_data();
@@ -177,6 +178,13 @@ void TestFieldCodec::everyStoredThresholdOfOneUnitComesBack()
         QCOMPARE(qRound(editor::shownThreshold(stored, scale) * scale.factor), stored);
     }
     QCOMPARE(editor::shownThreshold(5, cMyThresholdScale()), 0.0);
+}
+
+void TestFieldCodec::aPlainUnitHasNoBrackets()
+{
+    QCOMPARE(editor::plainUnit(QStringLiteral("[m/s]")), QStringLiteral("m/s"));
+    QCOMPARE(editor::plainUnit(QStringLiteral("m/s")), QStringLiteral("m/s"));
+    QCOMPARE(editor::plainUnit(QString()), QString());
 }
 
 void TestFieldCodec::decimals_data()
