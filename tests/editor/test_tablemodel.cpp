@@ -129,6 +129,8 @@ void TestTableModel::onlyTheDisplayRole()
     const cMyTableModel model(twoRows);
     QVERIFY(!model.data(model.index(0, 0), Qt::EditRole).isValid());
     QVERIFY(!model.data(QModelIndex(), Qt::DisplayRole).isValid());
+    const cMyTableModel longer(twoRows + twoRows);
+    QVERIFY(!model.data(longer.index(2, 0), Qt::DisplayRole).isValid());
 }
 
 void TestTableModel::isReadOnly()

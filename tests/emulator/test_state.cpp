@@ -24,6 +24,10 @@ private slots:
     void rightDigestWrongContents_data();
     void rightDigestWrongContents();
     void whatIsNoFileIsRefused();
+    void aStateOfAnotherProgramIsRefused();
+    void aFileLargerThanAnyStateIsNotRead();
+    void aStateThatNobodyMayReadIsRefused();
+    void aLimitAtEveryPageLeavesTheOldFile();
     void whatCannotBeWrittenLeavesTheOldFile();
 
 private:
@@ -166,12 +170,57 @@ void TestState::whatIsNoFileIsRefused()
     QVERIFY(!emulator::readState(m_directory.filePath(QStringLiteral("missing"))));
     QVERIFY(!emulator::readState(m_directory.path()));
     QVERIFY(!emulator::readState(QStringLiteral("/dev/zero")));
+    QVERIFY(!emulator::readState(path() + QChar(0xD800))); // half a character
+}
+
+void TestState::aStateOfAnotherProgramIsRefused()
+{
+    support::writeFile(path(), withDigest("MIOLKAVE" + QByteArray::fromHex("0000000100000000")));
+    QVERIFY(!emulator::readState(path()));
+}
+
+void TestState::aFileLargerThanAnyStateIsNotRead()
+{
+    constexpr qint64 large = qint64(1) << 32;
+    QFile file(path());
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(large));
+    file.close();
+    QVERIFY(!emulator::readState(path()));
+    QVERIFY(file.remove());
+}
+
+void TestState::aStateThatNobodyMayReadIsRefused()
+{
+    QVERIFY(support::letOthersIn(m_directory.path()));
+    QVERIFY(emulator::writeState(path(), {}));
+    QVERIFY(emulator::readState(path()).has_value());
+    QVERIFY(QFile::setPermissions(path(), QFileDevice::Permissions()));
+    {
+        const support::WithoutPrivileges nobody;
+        QVERIFY(!emulator::readState(path()));
+    }
+    QVERIFY(QFile::remove(path()));
 }
 
 void TestState::whatCannotBeWrittenLeavesTheOldFile()
 {
     QVERIFY(!emulator::writeState(m_directory.filePath(QStringLiteral("no/such/place")), {}));
     QVERIFY(!emulator::writeState(m_directory.path(), {cMyDeviceMemories()}));
+}
+
+void TestState::aLimitAtEveryPageLeavesTheOldFile()
+{
+    QVERIFY(emulator::writeState(path(), {}));
+    const QByteArray before = support::readFile(path());
+    cMyDeviceMemories device;
+    constexpr int someBytes = 50'000;
+    QVERIFY(device.setBytes(FLASH, randomBytes(emulator::memorySize(FLASH), 1)));
+    constexpr int page = 4096;
+    for (int limit = 0; limit <= someBytes; limit += page) {
+        const support::FileSizeLimit full(static_cast<rlim_t>(limit));
+        QVERIFY2(!emulator::writeState(path(), {device}), qPrintable(QString::number(limit)));
+        QCOMPARE(support::readFile(path()), before);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestState)

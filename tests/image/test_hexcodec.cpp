@@ -65,6 +65,7 @@ void TestHexCodec::faultsInTheOrderOfTheFields_data()
     row("prefix in the offset", ":000x0001FF", RecordFault::Header);
     row("no type", ":000000", RecordFault::Header);
     row("type before data", ":01000GG1GG", RecordFault::Header);
+    row("a last single character that is no digit", ":0200000001G", RecordFault::Data);
     row("data before checksum", ":01000000GGGG", RecordFault::Data);
     row("no checksum", ":00000001", RecordFault::Checksum);
     row("one digit of the type", ":0000000", RecordFault::Checksum);

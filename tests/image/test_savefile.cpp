@@ -10,7 +10,6 @@
 #include <QtTest>
 
 #include <atomic>
-#include <csignal>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -52,32 +51,10 @@ private:
 namespace {
 
 using support::entriesOf;
+using support::FileSizeLimit;
 using support::fill;
 using support::filledText;
 using support::oldText;
-
-/// Lets a file grow to this many bytes and no further, as a disk does that fills up.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    Q_DISABLE_COPY_MOVE(FileSizeLimit)
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int);
-};
 
 /// A process that saves one image after the other to a path until it is killed.
 class EndlessSaver

@@ -171,6 +171,7 @@ void TestSettingsFile::whatIsNoRegularFileIsNotRead()
 
 void TestSettingsFile::aFileWithoutPermissionIsNotRead()
 {
+    QVERIFY(support::letOthersIn(m_directory.path()));
     support::writeFile(path(), first);
     QVERIFY(QFile::setPermissions(path(), QFileDevice::Permissions()));
     cMyMemoryArea area;

@@ -143,6 +143,7 @@ void TestLibraryFile::whatCannotBeRead()
 
 void TestLibraryFile::aFileThatNobodyMayRead()
 {
+    QVERIFY(support::letOthersIn(m_directory.path()));
     support::writeFile(path("secret.mia"), end);
     QVERIFY(QFile::setPermissions(path("secret.mia"), QFileDevice::Permissions()));
     const support::WithoutPrivileges nobody;

@@ -8,8 +8,11 @@
 #include <QFile>
 #include <QString>
 
+#include <csignal>
+
 #include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 /// What the tests of files ask of the system underneath.
@@ -38,6 +41,36 @@ public:
 private:
     uid_t m_user;
 };
+
+/// Lets a file grow to this many bytes and no further, as a disk does that fills up.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    Q_DISABLE_COPY_MOVE(FileSizeLimit)
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int);
+};
+
+/// A temporary directory is its owner's alone; after this, others reach the files in it.
+[[nodiscard]] inline bool letOthersIn(const QString& directory)
+{
+    constexpr mode_t everybodyReads = 0755;
+    return chmod(QFile::encodeName(directory).constData(), everybodyReads) == 0;
+}
 
 /// How many of this process's files are the one with this path.
 inline int openDescriptors(const QString& path)
