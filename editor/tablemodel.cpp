@@ -16,15 +16,17 @@ cMyTableModel::cMyTableModel(QList<QStringList> rows, QObject* parent)
 cMyTableModel::cMyTableModel(const QString& fileName, QObject* parent) : QAbstractTableModel(parent)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    if (!file.open(QIODevice::ReadOnly)) {
         return;
     }
     while (!file.atEnd()) {
-        QByteArray line = file.readLine();
+        const QByteArray line = file.readLine();
+        int size = line.size();
         if (line.endsWith('\n')) {
-            line.chop(1);
+            size -= line.endsWith("\r\n") ? 2 : 1;
         }
-        m_rows.append(QString::fromLatin1(line).split(QLatin1Char(';'), Qt::KeepEmptyParts));
+        m_rows.append(QString::fromLatin1(line.constData(), size)
+                          .split(QLatin1Char(';'), Qt::KeepEmptyParts));
     }
     indexValues();
 }
