@@ -65,10 +65,9 @@ private:
                "pressures are in their order");
         expect(values[AscentSpeedMaximum] <= 0 && values[DescentSpeedMaximum] >= 0,
                "speeds have their sign");
-        for (const int timer : {0, 1, 2, 3}) {
-            expect(values.at(static_cast<std::size_t>(Stopwatch0 + timer)) >= 0,
-                   "no timer is below zero");
-        }
+        const auto timers = values.cbegin() + Stopwatch0;
+        expect(*std::min_element(timers, timers + cMyDiveTimers::count) >= 0,
+               "no timer is below zero");
     }
 
     cMyDeviceMemories m_memories;

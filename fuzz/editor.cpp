@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <vector>
 
 using fuzz::expect;
 
@@ -69,18 +70,35 @@ void checkFields(const cMyMemoryArea& area, const QByteArray& image)
     }
 }
 
+/// The fields of a rule that make up its threshold.
+struct Comparison
+{
+    const cMySettingsField& measuredValue;
+    const cMySettingsField& threshold;
+};
+
+/// Those of all rules of a kind.
+std::vector<Comparison> comparisons(const QString& kind, int count)
+{
+    std::vector<Comparison> rules;
+    for (int rule = 1; rule <= count; ++rule) {
+        const auto field = [&kind, rule](const char* member) -> const cMySettingsField& {
+            return editor::settingsField(
+                editor::ruleMember(kind, rule, QString::fromLatin1(member)));
+        };
+        rules.push_back({field("measuredValue"), field("threshold")});
+    }
+    return rules;
+}
+
 /// Every rule's threshold, on the scale of the value that the rule names.
-void checkThresholds(const cMyMemoryArea& area, const QString& kind, int count,
+void checkThresholds(const cMyMemoryArea& area, const std::vector<Comparison>& rules,
                      const cMyTableModel& values)
 {
-    for (int rule = 1; rule <= count; ++rule) {
-        const auto number = [&area, &kind, rule](const char* member) {
-            const QString name = editor::ruleMember(kind, rule, QString::fromLatin1(member));
-            return editor::storedNumber(area, editor::settingsField(name));
-        };
-        const int row = values.rowOfValue(number("measuredValue"));
+    for (const Comparison& rule : rules) {
+        const int row = values.rowOfValue(editor::storedNumber(area, rule.measuredValue));
         const cMyThresholdScale scale = editor::thresholdScale(values, row);
-        const int stored = number("threshold");
+        const int stored = editor::storedNumber(area, rule.threshold);
         const double shown = editor::shownThreshold(stored, scale);
         expect(row >= 0 ? std::isfinite(shown) : shown == 0, "a threshold is a number");
         expect(row < 0 || static_cast<qint16>(std::lround(shown * scale.factor)) == stored,
@@ -123,6 +141,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
     static const cMyTableModel timerValues(editor::optionTableFile(QStringLiteral("timCb2")));
     static const cMyTableModel messageValues(editor::optionTableFile(QStringLiteral("msgCb2")));
+    static const auto timerRules = comparisons(QStringLiteral("timerRule"), editor::timerRuleCount);
+    static const auto messageRules =
+        comparisons(QStringLiteral("messageRule"), editor::messageRuleCount);
     double value = 0;
     std::memcpy(&value, bytes, std::min(size, sizeof value));
     const QByteArray image = fuzz::bytesOf(bytes, size)
@@ -131,8 +152,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
     cMyMemoryArea area;
     area.setData(0, QVector<quint8>(image.cbegin(), image.cend()));
     checkFields(area, image);
-    checkThresholds(area, QStringLiteral("timerRule"), editor::timerRuleCount, timerValues);
-    checkThresholds(area, QStringLiteral("messageRule"), editor::messageRuleCount, messageValues);
+    checkThresholds(area, timerRules, timerValues);
+    checkThresholds(area, messageRules, messageValues);
 
     // The field to be written is chosen by the lowest bytes of the number.
     quint32 number = 0;

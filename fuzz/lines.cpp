@@ -75,7 +75,7 @@ int SteppedInput::nextStep()
 
 QByteArray SteppedInput::nextPiece()
 {
-    const QByteArray piece = m_bytes.mid(m_position, nextStep());
+    QByteArray piece = m_bytes.mid(m_position, nextStep());
     m_position += piece.size();
     return piece;
 }

@@ -18,18 +18,16 @@ using fuzz::expect;
 namespace {
 
 /// What is in an image before a file is read into it.
-QByteArray before()
+const QByteArray& before()
 {
-    QByteArray bytes(image::settingsImageSize, '\0');
-    for (int i = 0; i < bytes.size(); ++i) {
-        bytes[i] = static_cast<char>(7 * i);
-    }
+    static const QByteArray bytes = [] {
+        QByteArray counted(image::settingsImageSize, '\0');
+        for (int i = 0; i < counted.size(); ++i) {
+            counted[i] = static_cast<char>(7 * i);
+        }
+        return counted;
+    }();
     return bytes;
-}
-
-void fill(cMyMemoryArea& area, const QByteArray& bytes)
-{
-    area.setData(0, QVector<quint8>(bytes.cbegin(), bytes.cend()));
 }
 
 /// The image after all records up to the first that is none, by the words of the file; greatest
@@ -84,7 +82,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
     static const QString path = file.path();
     file.fill(bytes, size);
     cMyMemoryArea area;
-    fill(area, before());
+    area.setData(0, QVector<quint8>(before().cbegin(), before().cend()));
     area.clearModified();
     expect(image::readSettingsFile(path, area), "any file can be read");
 
@@ -96,6 +94,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
     expect(area.data(greatest, &byte) && !area.data(greatest + 1, &byte),
            "an image grows as far as records reach");
     expect(area.isModified() || expected == before(), "a changed image is modified");
-    checkSaved(area, expected);
+    if (area.isModified()) { // the rest would be the same image each time
+        checkSaved(area, expected);
+    }
     return 0;
 }

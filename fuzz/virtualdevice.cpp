@@ -35,7 +35,7 @@ public:
     {
         const bool wasSimulating = m_device.isSimulating();
         const QByteArrayList before = smallMemories();
-        const QByteArray answer = m_device.answer(line);
+        QByteArray answer = m_device.answer(line);
         checkAnswer(line, answer);
         const bool timePasses = wasSimulating || m_device.isSimulating();
         if (answer == notUnderstood && !timePasses) {
