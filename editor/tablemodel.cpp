@@ -19,12 +19,14 @@ cMyTableModel::cMyTableModel(const QString& fileName, QObject* parent) : QAbstra
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         return;
     }
-    while (!file.atEnd()) {
-        QByteArray line = file.readLine();
-        if (line.endsWith('\n')) {
-            line.chop(1);
-        }
-        m_rows.append(QString::fromLatin1(line).split(QLatin1Char(';'), Qt::KeepEmptyParts));
+    // All at once: read line by line, the text mode treats the first line unlike the others.
+    const QByteArray text = file.readAll();
+    QStringList lines = QString::fromLatin1(text.constData(), text.size()).split(QLatin1Char('\n'));
+    if (lines.last().isEmpty()) {
+        lines.removeLast();
+    }
+    for (const QString& line : qAsConst(lines)) {
+        m_rows.append(line.split(QLatin1Char(';'), Qt::KeepEmptyParts));
     }
     indexValues();
 }

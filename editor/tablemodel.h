@@ -16,7 +16,7 @@ class cMyTableModel : public QAbstractTableModel
 
 public:
     /// Columns by position; tables of plain choices have the first two only.
-    enum Column { Label, Value, Factor, Unit, Minimum, Maximum };
+    enum Column : int { Label, Value, Factor, Unit, Minimum, Maximum };
 
     explicit cMyTableModel(QObject* parent = nullptr);
     explicit cMyTableModel(QList<QStringList> rows, QObject* parent = nullptr);

@@ -19,6 +19,7 @@ private slots:
     void emptyCellsAreKept();
     void aFileIsReadAsLatin1();
     void anyLineEnd();
+    void everyRowIsReadAlike();
     void aFileThatIsMissing();
     void headers();
     void cellsThatAreNoNumbers();
@@ -91,6 +92,15 @@ void TestTableModel::anyLineEnd()
                                   {QString(), QString()},
                                   {QStringLiteral("c"), QStringLiteral("3")}};
     QCOMPARE(model.getList(), rows);
+}
+
+void TestTableModel::everyRowIsReadAlike()
+{
+    const QByteArray odd("a\rb\0c;1\r\r\n", 10);
+    const QStringList row = {QStringLiteral("ab") + QChar(QChar::Null) + QLatin1Char('c'),
+                             QStringLiteral("1")};
+    const cMyTableModel model(write(odd + odd + odd));
+    QCOMPARE(model.getList(), QList<QStringList>({row, row, row}));
 }
 
 void TestTableModel::aFileThatIsMissing()
