@@ -6,10 +6,10 @@
 #include "image/filename.h"
 #include "image/memoryarea.h"
 #include "image/settingsfile.h"
+#include "pages/filechoice.h"
 
 #include <QAction>
 #include <QDebug>
-#include <QFileDialog>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QUrl>
@@ -26,8 +26,8 @@ bool cMySettingsDocument::openFileDialog(const QString& mode)
         load(QStringLiteral(":/pliki/clear.mio"), QFileInfo());
         return true;
     }
-    const QString path = QFileDialog::getOpenFileName(&m_window, tr("Otworz plik"), directory(),
-                                                      tr("Pliki nastaw (*.mio)"));
+    const QString path = pages::chooseFileToOpen(m_window, tr("Otworz plik"), directory(),
+                                                 tr("Pliki nastaw (*.mio)"));
     if (path.isEmpty()) {
         return false;
     }
@@ -59,8 +59,8 @@ void cMySettingsDocument::saveFileDialog(const QString& mode)
         path = m_file.absoluteFilePath();
     }
     if (path.isEmpty()) {
-        path = QFileDialog::getSaveFileName(&m_window, tr("Zapisz do pliku"), directory(),
-                                            tr("Pliki nastaw (*.mio)"));
+        path = pages::chooseFileToSave(m_window, tr("Zapisz do pliku"), directory(),
+                                       tr("Pliki nastaw (*.mio)"));
         if (path.isEmpty()) {
             return;
         }
