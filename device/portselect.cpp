@@ -14,6 +14,7 @@
 namespace {
 
 constexpr std::chrono::milliseconds refreshInterval(100);
+constexpr int longestName = 30; // characters that are seen at once
 
 bool isProduct(const QSerialPortInfo& port, quint16 product)
 {
@@ -32,6 +33,7 @@ cMyPortSelect::cMyPortSelect(QWidget* parent) : QComboBox(parent)
     timer->start(refreshInterval);
     connect(timer, &QTimer::timeout, this, &cMyPortSelect::updatePorts);
     setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    setMaximumWidth(longestName * fontMetrics().averageCharWidth());
     setEnabled(false);
     addItem(tr("Brak urządzeń"));
 }
