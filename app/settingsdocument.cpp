@@ -90,7 +90,13 @@ QString cMySettingsDocument::canonicalPath() const
 
 QString cMySettingsDocument::directory() const
 {
-    return m_file.absolutePath();
+    // It may have gone since. A dialog would begin anywhere then, or take it for a file's name.
+    QString path = m_file.absolutePath();
+    while (!path.isEmpty() && !QFileInfo(path).isDir()) {
+        const QString above = QFileInfo(path).path();
+        path = above == path ? QString() : above;
+    }
+    return path;
 }
 
 QString cMySettingsDocument::droppedFile(const QMimeData& data)
