@@ -14,7 +14,6 @@
 namespace {
 
 constexpr std::chrono::milliseconds refreshInterval(100);
-constexpr int longestName = 30; // characters that are seen at once
 
 bool isProduct(const QSerialPortInfo& port, quint16 product)
 {
@@ -33,7 +32,6 @@ cMyPortSelect::cMyPortSelect(QWidget* parent) : QComboBox(parent)
     timer->start(refreshInterval);
     connect(timer, &QTimer::timeout, this, &cMyPortSelect::updatePorts);
     setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    setMaximumWidth(longestName * fontMetrics().averageCharWidth());
     setEnabled(false);
     addItem(tr("Brak urządzeń"));
 }

@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QToolBar>
 
 using support::child;
 
@@ -166,7 +167,12 @@ void TestForeignReplies::namesOfPorts()
     // The list of ports is still there at the smallest size, and so is what stands after it.
     m_window->resize(640, 480);
     QCoreApplication::processEvents();
-    QVERIFY(select->isVisible());
+    for (const QWidget* each : {static_cast<QWidget*>(select),
+                                child<QToolBar>(*m_window, "mainToolBar")
+                                    ->widgetForAction(child<QAction>(*m_window, "actionExit"))}) {
+        const QRect place(each->mapTo(m_window.get(), QPoint(0, 0)), each->size());
+        QVERIFY(each->isVisible() && m_window->rect().contains(place));
+    }
     QVERIFY(!m_pipe->wasOpened());
     QVERIFY(isSmall());
 }
