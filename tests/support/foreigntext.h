@@ -34,7 +34,7 @@ inline void addForeignTexts()
     QTest::newRow("wide") << QString(511, QLatin1Char('W'));
 }
 
-/// The name is given apart because a failing comparison shows the place in here.
+/// A label of plain text that shows all of it. Failures name the label, since they lie in here.
 inline void verifyLiteral(const QLabel& label, const QString& text)
 {
     QVERIFY2(label.textFormat() == Qt::PlainText, qPrintable(label.objectName()));
