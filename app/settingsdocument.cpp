@@ -6,10 +6,10 @@
 #include "image/filename.h"
 #include "image/memoryarea.h"
 #include "image/settingsfile.h"
+#include "pages/filechoice.h"
 
 #include <QAction>
 #include <QDebug>
-#include <QFileDialog>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QUrl>
@@ -26,8 +26,8 @@ bool cMySettingsDocument::openFileDialog(const QString& mode)
         load(QStringLiteral(":/pliki/clear.mio"), QFileInfo());
         return true;
     }
-    const QString path = QFileDialog::getOpenFileName(&m_window, tr("Otworz plik"), directory(),
-                                                      tr("Pliki nastaw (*.mio)"));
+    const QString path = pages::chooseFileToOpen(m_window, tr("Otworz plik"), directory(),
+                                                 tr("Pliki nastaw (*.mio)"));
     if (path.isEmpty()) {
         return false;
     }
@@ -59,8 +59,8 @@ void cMySettingsDocument::saveFileDialog(const QString& mode)
         path = m_file.absoluteFilePath();
     }
     if (path.isEmpty()) {
-        path = QFileDialog::getSaveFileName(&m_window, tr("Zapisz do pliku"), directory(),
-                                            tr("Pliki nastaw (*.mio)"));
+        path = pages::chooseFileToSave(m_window, tr("Zapisz do pliku"), directory(),
+                                       tr("Pliki nastaw (*.mio)"));
         if (path.isEmpty()) {
             return;
         }
@@ -90,7 +90,13 @@ QString cMySettingsDocument::canonicalPath() const
 
 QString cMySettingsDocument::directory() const
 {
-    return m_file.absolutePath();
+    // It may have gone since. A dialog would begin anywhere then, or take it for a file's name.
+    QString path = m_file.absolutePath();
+    while (!path.isEmpty() && !QFileInfo(path).isDir()) {
+        const QString above = QFileInfo(path).path();
+        path = above == path ? QString() : above;
+    }
+    return path;
 }
 
 QString cMySettingsDocument::droppedFile(const QMimeData& data)

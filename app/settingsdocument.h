@@ -45,7 +45,8 @@ public:
     /// Canonical path of the current file; empty if there is none or it does not exist.
     [[nodiscard]] QString canonicalPath() const;
 
-    /// Where dialogs about files begin: the directory of the current file; empty if there is none.
+    /// Where dialogs about files begin: the directory of the current file, or what is left of the
+    /// way there; empty if there is none.
     [[nodiscard]] QString directory() const;
 
     /// The regular file on this machine that the data stands for, the first if there are several;

@@ -4,6 +4,7 @@
 #include "device/statuspage.h"
 
 #include "device/replies.h"
+#include "pages/labeltext.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -25,19 +26,19 @@ void cMyStatusPage::showStatus(const QStringList& texts)
     m_fields.serialNumber->setText(texts.value(device::SerialNumber));
     m_fields.hardwareVersion->setText(texts.value(device::HardwareVersion));
     m_fields.memorySize->setText(texts.value(device::MemorySize) + QStringLiteral(" MB"));
-    m_fields.firmwareVersion->setText(texts.value(device::FirmwareVersion));
-    m_fields.voiceLanguage->setText(texts.value(device::VoiceLanguage));
+    m_fields.firmwareVersion->setText(pages::labelText(texts.value(device::FirmwareVersion)));
+    m_fields.voiceLanguage->setText(pages::labelText(texts.value(device::VoiceLanguage)));
     m_fields.voiceVersion->setText(texts.value(device::VoiceVersion));
     m_fields.settingsVersion->setText(texts.value(device::SettingsVersion));
-    m_fields.settingsAuthor->setText(texts.value(device::SettingsAuthor));
-    m_fields.settingsTitle->setText(texts.value(device::SettingsTitle));
+    m_fields.settingsAuthor->setText(pages::labelText(texts.value(device::SettingsAuthor)));
+    m_fields.settingsTitle->setText(pages::labelText(texts.value(device::SettingsTitle)));
     m_fields.settingsDescription->setPlainText(texts.value(device::SettingsDescription));
 }
 
 void cMyStatusPage::showPort(const QString& portName)
 {
     if (!portName.isEmpty()) {
-        m_fields.port->setText(portName);
+        m_fields.port->setText(pages::labelText(portName));
         return;
     }
     // The greatest depth and the dive time stay: they are what a diver looks for after a dive.

@@ -7,6 +7,7 @@
 #include "editor/fieldcodec.h"
 #include "editor/imagegate.h"
 #include "editor/textvalidator.h"
+#include "pages/labeltext.h"
 
 #include <QDebug>
 #include <QLabel>
@@ -77,8 +78,8 @@ void cMyDescription::update()
     if (isOtherDescription || document->isUndoAvailable() || document->isRedoAvailable()) {
         loadDescription();
     }
-    m_widgets.shownAuthor->setText(m_author.stored);
-    m_widgets.shownTitle->setText(m_title.stored);
+    m_widgets.shownAuthor->setText(pages::labelText(m_author.stored));
+    m_widgets.shownTitle->setText(pages::labelText(m_title.stored));
     if (m_widgets.shownDescription->toPlainText() != m_description.stored) {
         m_widgets.shownDescription->setPlainText(m_description.stored);
     }

@@ -54,8 +54,8 @@ QString description(const cMyMockedPort& port, const QString& usbPath, const QSt
                           "E: ID_BUS=usb\n"
                           "E: ID_VENDOR_ID=%3\n"
                           "E: ID_MODEL_ID=%4\n")
-        .arg(usbPath, ttyPath, hexId(port.vendor), hexId(port.product), port.name)
-        .arg(minorOf(port.name));
+        .arg(usbPath, ttyPath, hexId(port.vendor), hexId(port.product), port.name,
+             QString::number(minorOf(port.name)));
 }
 
 QString ttyPathOf(const QString& usbPath, const QString& name)

@@ -13,8 +13,29 @@
 #include <QSaveFile>
 
 #include <algorithm>
+#include <cerrno>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
 
 namespace {
+
+/// Whether what was written is on the disk. Only then some systems find out that there is no room
+/// for it, that the disk is broken, or that a server does not take it.
+bool isStored(QFileDevice& file)
+{
+    if (!file.flush() || file.error() != QFileDevice::NoError) {
+        return false;
+    }
+#ifdef Q_OS_UNIX
+    if (fsync(file.handle()) != 0) {
+        // Others mean that the file system does not know the call.
+        return errno != EIO && errno != ENOSPC && errno != EDQUOT;
+    }
+#endif
+    return true;
+}
 
 /// Writes over a file where its directory takes no new one. What is longer than the file goes
 /// behind its end first, since only that can fail for want of room; then the rest is written over
@@ -31,7 +52,7 @@ bool overwrite(const QString& path, const QByteArray& text)
         return false;
     }
     const QByteArray behind = text.mid(old.size());
-    if (!file.seek(old.size()) || file.write(behind) != behind.size()) {
+    if (!file.seek(old.size()) || file.write(behind) != behind.size() || !isStored(file)) {
         file.resize(oldSize);
         return false;
     }
@@ -48,7 +69,7 @@ bool overwrite(const QString& path, const QByteArray& text)
 bool replace(QSaveFile& file, const QByteArray& text)
 {
     // commit() alone may report success for contents that the disk had no room for.
-    if (file.write(text) != text.size() || !file.flush() || file.error() != QFileDevice::NoError) {
+    if (file.write(text) != text.size() || !isStored(file)) {
         file.cancelWriting();
         return false;
     }

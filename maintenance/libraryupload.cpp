@@ -3,10 +3,10 @@
 
 #include "maintenance/libraryupload.h"
 
+#include "pages/filechoice.h"
 #include "pages/question.h"
 
 #include <QApplication>
-#include <QFileDialog>
 #include <QMessageBox>
 #include <QScopeGuard>
 
@@ -28,9 +28,8 @@ std::optional<QStringList> cMyLibraryUpload::choose(const QString& directory) co
 
 QString cMyLibraryUpload::chooseFile(const QString& directory) const
 {
-    return QFileDialog::getOpenFileName(
-        &m_window, tr("Otworz plik"), directory,
-        tr("Biblioteka jezyka (*.mia);;Komunikaty użytkownika (*.mic)"));
+    return pages::chooseFileToOpen(m_window, tr("Otworz plik"), directory,
+                                   tr("Biblioteka jezyka (*.mia);;Komunikaty użytkownika (*.mic)"));
 }
 
 bool cMyLibraryUpload::isConfirmed() const

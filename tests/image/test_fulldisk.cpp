@@ -3,12 +3,10 @@
 
 #include "tests/support/posix.h"
 #include "tests/support/savedfiles.h"
+#include "tests/support/smalldisk.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
-
-#include <sched.h>
-#include <sys/mount.h>
 
 /// Saving on a disk that has no room: whatever happens, the path holds the old contents or the new.
 class TestFullDisk : public QObject
@@ -34,47 +32,7 @@ using support::entriesOf;
 using support::fill;
 using support::filledText;
 using support::oldText;
-
-/// A small file system of its own; unmounted at the end.
-class SmallDisk
-{
-public:
-    SmallDisk(QString path, const char* options) : m_path(std::move(path))
-    {
-        QDir().mkpath(m_path);
-        m_mounted = mount("tmpfs", m_path.toUtf8().constData(), "tmpfs", 0, options) == 0;
-    }
-    ~SmallDisk()
-    {
-        if (m_mounted) {
-            umount(m_path.toUtf8().constData());
-        }
-    }
-    Q_DISABLE_COPY_MOVE(SmallDisk)
-    [[nodiscard]] bool isMounted() const { return m_mounted; }
-
-private:
-    QString m_path;
-    bool m_mounted;
-};
-
-/// Who is not root may still mount in a namespace of their own, where the system allows that. Only
-/// a process without threads may enter one, so this comes before the test's watchdog.
-void enterNamespaceUnlessRoot()
-{
-    const QByteArray user = QByteArray::number(geteuid());
-    const QByteArray group = QByteArray::number(getegid());
-    if (user == "0") {
-        return;
-    }
-    if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
-        qInfo("no namespace to mount in");
-        return;
-    }
-    support::writeFile(QStringLiteral("/proc/self/setgroups"), "deny");
-    support::writeFile(QStringLiteral("/proc/self/uid_map"), "0 " + user + " 1");
-    support::writeFile(QStringLiteral("/proc/self/gid_map"), "0 " + group + " 1");
-}
+using support::SmallDisk;
 
 } // namespace
 
@@ -130,7 +88,7 @@ void TestFullDisk::oldWhenThereIsNoRoomForAnotherFile()
 
 int main(int argc, char* argv[])
 {
-    enterNamespaceUnlessRoot();
+    support::enterNamespaceUnlessRoot();
     const QCoreApplication application(argc, argv);
     TestFullDisk test;
     const int failures = QTest::qExec(&test, argc, argv);
