@@ -151,6 +151,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void dressPages();
     void createMemoryAreas();
     void createParametersTab();
     void createTimersTab();

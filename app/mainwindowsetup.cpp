@@ -32,6 +32,7 @@ MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent), ui(std::make_unique<Ui::MainWindow>())
 {
     ui->setupUi(this);
+    dressPages();
     m_version = QStringLiteral(MIOLKA_VERSION);
     createPortSelector();
     ui->tabWidget->removeTab(ui->tabWidget->indexOf(ui->tab));
@@ -55,6 +56,15 @@ MainWindow::MainWindow(QWidget* parent)
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::dressPages()
+{
+    // Whenever something around a widget with a style sheet of its own gets its place, all that is
+    // in the widget is polished anew, seen or not. So these come last.
+    for (QWidget* page : {ui->startContents, static_cast<QWidget*>(ui->simWidget)}) {
+        page->setStyleSheet(page->property("pageStyleSheet").toString());
+    }
+}
 
 void MainWindow::createMemoryAreas()
 {

@@ -78,14 +78,20 @@ public:
         status.exec();
     }
 
-    void write(QStringList& lines, Dialog dialog)
+    void write(QStringList& lines, Dialog dialog, MemoryType area = EEPROM)
     {
         if (dialog == Dialog::Shown) {
             m_progress->open(QStringLiteral("Download.."));
             QObject::connect(m_link, &cMyMiolka::writeProgress, m_progress,
                              &cMyTransferProgress::show, Qt::UniqueConnection);
         }
-        m_link->writeSettings(EEPROM, lines);
+        m_link->writeSettings(area, lines);
+        m_loop.exec();
+    }
+
+    void read(QStringList& lines)
+    {
+        m_link->readSettings(EEPROM, lines);
         m_loop.exec();
     }
 
@@ -180,33 +186,22 @@ void unanswered(benchmark::State& state)
     }
 }
 
-/// The share of a processor that the idle window takes to look for ports.
-void polling(benchmark::State& state)
-{
-    constexpr int milliseconds = 10000;
-    MainWindow window;
-    window.show();
-    QEventLoop loop;
-    QTimer::singleShot(4000, &loop, &QEventLoop::quit); // right after its start it looks more often
-    loop.exec();
-    for ([[maybe_unused]] auto iteration : state) {
-        const double before = processorTime();
-        QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-        loop.exec();
-        state.SetIterationTime((processorTime() - before) * 1000 / milliseconds);
-    }
-}
-
-/// Bytes for each line, all lists together, at the highest. Called in a process of its own.
-int memory(int count)
+/// Bytes for each line that is written, uploaded or read, all lists together, at the highest.
+/// Called in a process of its own.
+int memory(const std::string& what, int count)
 {
     setLogging(Log::Off);
     Bench bench(0);
-    QStringList few = recordLines(1);
-    bench.write(few, Dialog::Shown);
+    const auto transfer = [&](QStringList lines) {
+        if (what == "read") {
+            bench.read(lines);
+        } else {
+            bench.write(lines, Dialog::Shown, what == "upload" ? FLASH : EEPROM);
+        }
+    };
+    transfer(recordLines(1));
     const long before = peakBytes();
-    QStringList lines = recordLines(count);
-    bench.write(lines, Dialog::Shown);
+    transfer(recordLines(count));
     std::printf("%ld\n", (peakBytes() - before) / count);
     return 0;
 }
@@ -223,7 +218,6 @@ void once(benchmark::internal::Benchmark* each)
 
 BENCHMARK_CAPTURE(bare, now, 0L)->Arg(manyLines)->Apply(once);
 BENCHMARK_CAPTURE(linked, now, 0L, Dialog::None, Log::Off)->Arg(1000)->Arg(manyLines)->Apply(once);
-BENCHMARK_CAPTURE(linked, many, 0L, Dialog::None, Log::Off)->Arg(500000)->Apply(once);
 BENCHMARK_CAPTURE(linked, now_log, 0L, Dialog::None, Log::On)->Arg(manyLines)->Apply(once);
 BENCHMARK_CAPTURE(linked, now_dialog, 0L, Dialog::Shown, Log::Off)->Arg(manyLines)->Apply(once);
 BENCHMARK_CAPTURE(bare, slow, slowPeer)->Arg(fewLines)->Apply(once);
@@ -234,7 +228,6 @@ BENCHMARK_CAPTURE(linked, slow_dialog, slowPeer, Dialog::Shown, Log::Off)
 BENCHMARK(unanswered)->Apply(once)->ComputeStatistics("max", [](const std::vector<double>& times) {
     return *std::max_element(times.cbegin(), times.cend());
 });
-BENCHMARK(polling)->Apply(once);
 
 int main(int argc, char* argv[])
 {
@@ -244,8 +237,8 @@ int main(int argc, char* argv[])
     QApplication application(argc, argv);
     QTranslator translator;
     app::installCatalogue(translator);
-    if (argc == 3 && std::string(argv[1]) == "memory") {
-        return memory(std::stoi(argv[2]));
+    if (argc == 4 && std::string(argv[1]) == "memory") {
+        return memory(argv[2], std::stoi(argv[3]));
     }
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

@@ -1,132 +1,178 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Prints the medians of benchmark results as tables, with ratios.
+"""Prints what the benchmarks have measured beside what it is held against: another tool, a bare
+loop, an empty window, or a limit. The goal is the highest ratio of ours to that which will do.
 
-Usage: table.py RECORDS.json START.json REFRESH.json SIM.json LINK.json LINK_ONCE.json
-                BYTES_PER_LINE
+Usage: table.py [--csv | --details] DIRECTORY     (with the benchmarks' results as JSON)
 """
+import csv
 import json
+import pathlib
 import sys
+from dataclasses import dataclass
 
-LINES_OF_CYCLE = 17  # that the simulation exchanges with the device
+MICROSECONDS = {'ns': 1e-3, 'us': 1, 'ms': 1e3, 's': 1e6}
 
 
-def medians(path, aggregate='median'):
+@dataclass
+class Row:
+    name: str  # with the unit at its end; stays as it is
+    caption: str
+    ours: float
+    peer: float
+    against: str  # what the peer is
+    goal: float
+
+    @property
+    def ratio(self):
+        return self.ours / self.peer
+
+    @property
+    def is_met(self):
+        return self.ratio <= self.goal
+
+    @property
+    def unit(self):
+        return self.name.rpartition('_')[2].replace('pc', '%')
+
+
+class Results:
+    """Results of one benchmark program, medians unless told otherwise."""
+
+    def __init__(self, path):
+        with open(path, encoding='utf-8') as file:
+            self.runs = json.load(file)['benchmarks']
+
+    def run(self, name, aggregate='median'):
+        return next(run for run in self.runs
+                    if run['run_name'].split('/iterations')[0] == name
+                    and run.get('aggregate_name') == aggregate)
+
+    def time(self, name, unit, aggregate='median'):
+        run = self.run(name, aggregate)
+        return run['real_time'] * MICROSECONDS[run['time_unit']] / MICROSECONDS[unit]
+
+
+def record_rows(records):
+    for step, caption in (('check', 'Read and check'), ('print', 'Read and print')):
+        for tool in ('objcopy', 'srec_cat'):
+            yield Row(f'records_{step}_{tool}_ms', f'{caption} 500,000 records',
+                      records.time(f'{step}/miolka', 'ms'), records.time(f'{step}/{tool}', 'ms'),
+                      tool, 1.00)
+
+
+def exchange_rows(link):
+    for speed, count, alone, shown, suffix, when in (
+            ('now', 20000, 1.15, 1.25, '', 'at once'),
+            ('slow', 2000, 1.05, 1.10, '_1ms', 'after 1 ms')):
+        bare = link.time(f'bare/{speed}/{count}', 'us')
+        for run, goal, name, caption in (
+                (f'linked/{speed}/{count}', alone, 'link', 'A line, answered '),
+                (f'linked/{speed}_dialog/{count}', shown, 'dialog', 'with dialog, ')):
+            yield Row(f'exchange_{name}{suffix}_us', caption + when, link.time(run, 'us'), bare,
+                      'bare loop', goal)
+    for run, name, caption in (('linked/slow/2000', 'link', 'Processor for a line'),
+                               ('linked/slow_dialog/2000', 'dialog', 'with dialog')):
+        yield Row(f'processor_{name}_us', caption, link.run(run)['processor_us'], 60, 'limit', 1.00)
+
+
+def simulation_rows(sim):
+    for speed, goal, suffix, when in (('now/2000', 1.15, '', 'at once'),
+                                      ('slow/100', 1.05, '_1ms', 'after 1 ms')):
+        for run, name, caption in (('alone', 'worker', 'A cycle, answered '),
+                                   ('shown', 'page', 'with its page, ')):
+            yield Row(f'simulation_{name}{suffix}_us', caption + when,
+                      sim.time(f'{run}/{speed}', 'us'), sim.time(f'bare/{speed}', 'us'),
+                      'bare loop', goal)
+
+
+def window_rows(refresh, start, link):
+    # A record from the device must never wait for the window; one millisecond is what it may take.
+    for run, name, caption, count in (('refresh', 'unchanged', 'Refresh, nothing changed', 1),
+                                      ('readDevice', 'record', 'Refresh for a record', 64)):
+        yield Row(f'refresh_{name}_us', caption, refresh.time(run, 'us') / count, 1000, 'limit',
+                  1.00)
+    yield Row('window_gap_ms', 'Longest gap of the window', link.time('unanswered', 'ms', 'max'),
+              50, 'limit', 1.00)
+    yield Row('start_ms', 'Start to the first picture', start.time('firstPaint/miolkasoft', 'ms'),
+              start.time('firstPaint/empty', 'ms'), 'empty window', 3.0)
+
+
+def idle_rows(ports, idle):
+    # The window waits while it looks for ports.
+    yield Row('ports_look_ms', 'One look for ports', ports.time('look', 'ms'), 50, 'limit', 1.00)
+    yield Row('ports_tick_us', 'A tick without a look', ports.time('tick', 'us'), 1000, 'limit',
+              1.00)
+    yield Row('ports_share_pc', 'Looking for ports', ports.run('share')['percent'], 0.5, 'limit',
+              1.00)
+    ours, empty = idle['program'], idle['empty']
+    yield Row('idle_processor_pc', 'The program, idle', ours['percent'], 0.5, 'limit', 1.00)
+    # No more than as much again as the toolkit takes for itself; of memory that is not shared, in
+    # which the program's own is all there is, as much as of time at the start.
+    yield Row('idle_resident_MiB', 'Resident memory, idle', ours['resident_MiB'],
+              empty['resident_MiB'], 'empty window', 2.0)
+    yield Row('idle_private_MiB', 'Private memory, idle', ours['private_MiB'],
+              empty['private_MiB'], 'empty window', 3.0)
+
+
+def memory_rows(memory):
+    for transfer, caption in (('upload', 'Upload'), ('write', 'Write'), ('read', 'Read')):
+        yield Row(f'memory_{transfer}_B', f'{caption}, memory for a line', memory[transfer], 400,
+                  'limit', 1.00)
+
+
+def load(path):
     with open(path, encoding='utf-8') as file:
-        results = json.load(file)['benchmarks']
-    return {result['run_name'].split('/iterations')[0]: result for result in results
-            if result.get('aggregate_name') == aggregate}
+        return json.load(file)
 
 
-def processors(path):
-    with open(path, encoding='utf-8') as file:
-        return json.load(file)['context']['num_cpus']
+def rows(directory):
+    records, start, refresh, sim, link, ports = (
+        Results(directory / f'{name}.json')
+        for name in ('records', 'start', 'refresh', 'sim', 'link', 'ports'))
+    return [*record_rows(records), *exchange_rows(link), *simulation_rows(sim),
+            *window_rows(refresh, start, link), *idle_rows(ports, load(directory / 'idle.json')),
+            *memory_rows(load(directory / 'memory.json'))]
 
 
-def once(path):
-    with open(path, encoding='utf-8') as file:
-        results = json.load(file)['benchmarks']
-    return {result['run_name'].split('/iterations')[0]: result for result in results}
+def print_table(table):
+    print(f'{"":31}{"ours":>12}{"peer or limit":>16} {"":13}{"ratio":>6}{"goal":>6}')
+    for row in table:
+        print(f'{row.caption:31}{row.ours:>9.5g} {row.unit:3}{row.peer:>12.5g} {row.unit:3} '
+              f'{row.against:13}{row.ratio:>6.2f}{row.goal:>6.2f}  '
+              f'{"met" if row.is_met else "MISSED"}')
 
 
-def print_link(link, longest, single, cpus, bytes_per_line):
-    print(f'\nTransfers over a pseudo-terminal, time for each line, median of '
-          f'{link["bare/now/20000"]["repetitions"]}, logging of lines off')
-    print(f'{"":34}{"time":>12}{"ratio":>8}{"goal":>8}{"processor":>12}{"goal":>9}')
-    for name, caption, bare, goal in (
-            ('bare/now/20000', 'bare loop, answered at once', None, None),
-            ('linked/now/20000', 'link', 'bare/now/20000', 1.15),
-            ('linked/now_dialog/20000', 'link and progress dialog', 'bare/now/20000', 1.25),
-            ('linked/now_log/20000', 'link, logging of lines on', 'bare/now/20000', None),
-            ('linked/now/1000', 'link, 1,000 lines', 'bare/now/20000', None),
-            ('linked/many/500000', 'link, 500,000 lines (once)', 'bare/now/20000', None),
-            ('bare/slow/2000', 'bare loop, answered after 1 ms', None, None),
-            ('linked/slow/2000', 'link', 'bare/slow/2000', 1.05),
-            ('linked/slow_dialog/2000', 'link and progress dialog', 'bare/slow/2000', 1.10)):
-        result = link.get(name) or single[name]
-        row = f'{caption:34}{result["real_time"]:>9.1f} us'
-        if bare:
-            row += f'{result["real_time"] / link[bare]["real_time"]:>8.2f}'
-            row += f'{goal:>8.2f}' if goal else ' ' * 8
-            row += f'{result["processor_us"]:>9.1f} us'
-            row += '    60 us' if 'slow' in name else ''
-        print(row)
-    where = 'processors of their own' if cpus > 1 else 'the one processor that there is'
-    print(f'ratio: to the bare loop with the same peer, both ends on {where}')
-    gap = longest['unanswered']['real_time'] / 1000
-    polling = single['polling']['real_time'] / 10000
-    print(f'{"Longest time without an answer of the window":48}{gap:>8.1f} ms   '
-          f'ratio to 50 ms {gap / 50:.2f}')
-    print(f'{"Looking for ports, no device":48}{polling:>8.2f} %    '
-          f'ratio to 0.5 % of a processor {polling / 0.5:.2f}')
-    print(f'{"Memory of a transfer of 500,000 lines, each line":48}{bytes_per_line:>8} B    '
-          f'ratio to 400 B {int(bytes_per_line) / 400:.2f}')
+def print_csv(table):
+    writer = csv.writer(sys.stdout, lineterminator='\n')
+    writer.writerow(('name', 'ours', 'peer', 'ratio', 'goal', 'met'))
+    for row in table:
+        writer.writerow((row.name, f'{row.ours:.5g}', f'{row.peer:.5g}', f'{row.ratio:.3f}',
+                         f'{row.goal:.2f}', 'yes' if row.is_met else 'no'))
 
 
-def print_sim(sim, cpus):
-    print(f'\nSimulation over a pseudo-terminal, time for each cycle of {LINES_OF_CYCLE} lines, '
-          f'median of {sim["bare/now/2000"]["repetitions"]}')
-    print(f'{"":34}{"time":>12}{"ratio":>8}{"goal":>8}{"processor, each line":>24}')
-    for name, caption, bare, goal in (
-            ('bare/now/2000', 'bare loop, answered at once', None, None),
-            ('alone/now/2000', 'worker', 'bare/now/2000', 1.15),
-            ('shown/now/2000', 'worker and its page', 'bare/now/2000', 1.15),
-            ('bare/slow/100', 'bare loop, answered after 1 ms', None, None),
-            ('alone/slow/100', 'worker', 'bare/slow/100', 1.05),
-            ('shown/slow/100', 'worker and its page', 'bare/slow/100', 1.05)):
-        result = sim[name]
-        row = f'{caption:34}{result["real_time"]:>9.0f} us'
-        row += f'{result["real_time"] / sim[bare]["real_time"]:>8.2f}{goal:>8.2f}' if bare \
-            else ' ' * 16
-        print(row + f'{result["processor_us"] / LINES_OF_CYCLE:>21.1f} us')
-    for name, caption in (('shown/now/2000', 'answered at once'),
-                          ('shown/slow/100', 'answered after 1 ms')):
-        print(f'{"Processor for the page, each cycle, " + caption:57}'
-              f'{sim[name]["window_us"]:>6.0f} us')
-    where = ('the worker and the peer on a processor each, the window on '
-             + ('a third' if cpus > 2 else 'that of the worker')) if cpus > 1 \
-        else 'all on the one processor that there is'
-    print(f'ratio: to the bare loop with the same lines and peer; {where}')
+def print_details(directory):
+    """Everything that was measured, with what each program has counted besides time."""
+    for path in sorted(directory.glob('*.json')):
+        for run in load(path).get('benchmarks', []):
+            if run.get('aggregate_name', 'median') == 'median':
+                counters = ''.join(f'  {key} {run[key]:.1f}' for key in
+                                   ('processor_us', 'window_us', 'percent', 'peak_KiB')
+                                   if key in run)
+                print(f'{path.stem:9}{run["run_name"]:44}{run["real_time"]:>12.1f} '
+                      f'{run["time_unit"]}{counters}')
 
 
 def main():
-    records, start, refresh, sim, link = (medians(path) for path in sys.argv[1:6])
-    repetitions = next(iter(records.values()))['repetitions']
-
-    print(f'\nRecords: 500,000 of 16 bytes, 22 MB of text, whole processes, '
-          f'median of {repetitions}')
-    print(f'{"":12}{"read and check":>16}{"ratio":>8}{"read and print":>16}{"ratio":>8}{"memory":>12}')
-    for tool in ('miolka', 'objcopy', 'srec_cat'):
-        cells = ''
-        for step in ('check', 'print'):
-            time = records[f'{step}/{tool}']['real_time']
-            cells += f'{time:>13.1f} ms{records[f"{step}/miolka"]["real_time"] / time:>8.2f}'
-        print(f'{tool:12}{cells}{records[f"print/{tool}"]["peak_KiB"] / 1024:>8.1f} MiB')
-    print('ratio: our time divided by that tool\'s; below 1 we are faster')
-
-    print(f'\nInside the process, median of {repetitions}')
-    for name in ('decode', 'recordFromString', 'recordToString', 'settingsFile'):
-        print(f'{name:20}{records[name]["cpu_time"]:>10.0f} ns')
-
-    program = start['firstPaint/miolkasoft']['real_time']
-    empty = start['firstPaint/empty']['real_time']
-    print(f'\nStart to first painted window, offscreen, median of '
-          f'{start["firstPaint/empty"]["repetitions"]}')
-    print(f'{"empty window":20}{empty:>10.1f} ms')
-    print(f'{"miolkasoft":20}{program:>10.1f} ms   ratio {program / empty:.2f}')
-
-    # A record from the device must never wait for the window; one millisecond is what it may take.
-    print(f'\nRefresh of the three tabs, median of {repetitions}')
-    for name, caption, count in (('refresh', 'nothing changed', 1),
-                                 ('readDevice', 'one of 64 records', 64),
-                                 ('refreshAll', 'everything changed', 1)):
-        time = refresh[name]['real_time'] / count
-        print(f'{caption:20}{time:>10.0f} us   ratio to 1 ms {time / 1000:.2f}')
-
-    print_sim(sim, processors(sys.argv[4]))
-    print_link(link, medians(sys.argv[5], 'max'), once(sys.argv[6]), processors(sys.argv[5]),
-               sys.argv[7])
+    directory = pathlib.Path(sys.argv[-1])
+    if '--csv' in sys.argv:
+        print_csv(rows(directory))
+        return
+    print_table(rows(directory))
+    if '--details' in sys.argv:
+        print()
+        print_details(directory)
 
 
 main()

@@ -16,6 +16,7 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QSet>
 
 namespace {
 
@@ -34,15 +35,17 @@ QStringList labelsOf(const cMyTableModel& options)
 /// Of all limits that a threshold can have.
 int widestThreshold(const cMyTableModel& values, const QFontMetrics& metrics)
 {
-    int widest = 0;
+    QSet<QString> limits; // most values share theirs, and measuring a text is dear
     for (int row = 0; row < values.rowCount(); ++row) {
         const cMyThresholdScale scale = editor::thresholdScale(values, row);
         const int decimals = editor::decimalsOfFactor(scale.factor).value_or(0);
         for (const double limit : {scale.minimum, scale.maximum}) {
-            const QString text =
-                QString::number(limit, 'f', decimals) + QLatin1Char(' ') + scale.unit;
-            widest = qMax(widest, metrics.horizontalAdvance(text));
+            limits.insert(QString::number(limit, 'f', decimals) + QLatin1Char(' ') + scale.unit);
         }
+    }
+    int widest = 0;
+    for (const QString& limit : qAsConst(limits)) {
+        widest = qMax(widest, metrics.horizontalAdvance(limit));
     }
     return widest;
 }

@@ -236,6 +236,8 @@ void TestMainWindow::styleSheets()
     QCOMPARE(tabs, start + QStringLiteral("\nQWidget#tabTimery {\n") + gradient +
                        QStringLiteral("\n}\nQWidget#tabKomunikaty {\n") + gradient +
                        QStringLiteral("\n}"));
+    const QString texts = child<QWidget>(window, "startContents")->styleSheet();
+    QVERIFY(texts.contains(QStringLiteral("QLabel { color: white; }")));
 }
 
 void TestMainWindow::theStartPageShowsItsPicture()
