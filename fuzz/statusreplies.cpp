@@ -51,7 +51,8 @@ int seconds(const QString& duration)
     int total = 0;
     for (const QString& part : parts) {
         const int value = part.toInt();
-        expect(value < 60 || (parts.size() == 2 && total == 0), "no part but the first passes 59");
+        const bool isHours = parts.size() == 3 && &part == &parts.first();
+        expect(isHours ? value > 0 : value < 60, "only hours pass 59, and they are not 0");
         total = 60 * total + value;
     }
     return total;
