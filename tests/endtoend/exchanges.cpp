@@ -284,7 +284,7 @@ QString exchangeEverything(Session& session)
 QString exchangeOnce(Session& session, Operation operation)
 {
     const SentLines sent(session);
-    const QString error = begin(session, operation);
+    QString error = begin(session, operation);
     if (!error.isEmpty()) {
         return error;
     }

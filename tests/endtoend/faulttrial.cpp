@@ -170,7 +170,7 @@ QString FaultTrial::waitForDiveSurrender()
 QString FaultTrial::waitForLoss()
 {
     m_outcome = QStringLiteral("one error box");
-    const QString error = closeErrorBox(m_session);
+    QString error = closeErrorBox(m_session);
     if (!error.isEmpty()) {
         return error;
     }

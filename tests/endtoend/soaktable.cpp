@@ -58,7 +58,7 @@ support::SessionOptions soakOptions(const QStringList& emulatorOptions)
 QString plugInForStatus(support::Session& session)
 {
     support::DiveLog log(session);
-    const QString error = support::plugIn(session);
+    QString error = support::plugIn(session);
     if (!error.isEmpty()) {
         return error;
     }
@@ -80,8 +80,8 @@ QString unplugAndCloseBox(support::Session& session)
     return error.isEmpty() ? support::waitForNoDevice(session) : error;
 }
 
-SoakTable::SoakTable(support::Session& session, const QStringList& counters)
-    : m_session(session), m_out(stdout), m_counters(counters)
+SoakTable::SoakTable(support::Session& session, QStringList counters)
+    : m_session(session), m_out(stdout), m_counters(std::move(counters))
 {
 }
 

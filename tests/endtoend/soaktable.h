@@ -38,7 +38,7 @@ class SoakTable
 {
 public:
     /// The names of what is counted besides, one column each.
-    SoakTable(support::Session& session, const QStringList& counters);
+    SoakTable(support::Session& session, QStringList counters);
 
     /// Prints the headings and starts the clock.
     void begin();

@@ -91,7 +91,8 @@ SoakWork::SoakWork(int rounds, quint32 seed)
 
 bool SoakWork::run()
 {
-    constexpr int warmingPart = 10; // a tenth of the rounds
+    constexpr int warmingPart = 10;  // a tenth of the rounds
+    constexpr int longestLog = 1000; // characters
     const int warmRound = std::max(1, m_rounds / warmingPart);
     QString error = prepare();
     while (error.isEmpty() && m_round < m_rounds) {
@@ -110,6 +111,10 @@ bool SoakWork::run()
         if (m_round == warmRound) {
             m_table.warmedUp();
         }
+    }
+    if (!error.isEmpty()) {
+        m_out << "the terminal is \"" << m_session.terminal() << "\"; logged were:\n"
+              << m_session.logged().right(longestLog);
     }
     if (error.isEmpty() &&
         (!m_session.close() || m_session.exitStatus() != std::make_optional(0))) {
@@ -356,7 +361,7 @@ bool SoakWork::areInDevice() const
 
 QString SoakWork::unplug()
 {
-    const QString error = takeAnswers();
+    QString error = takeAnswers();
     if (!error.isEmpty()) {
         return error;
     }
