@@ -25,7 +25,8 @@ const QString stopButton = QStringLiteral("pbStopSim");
 
 Soak::Soak(int seconds, quint32 seed)
     : m_seconds(seconds), m_random(seed), m_session(soakOptions()), m_out(stdout),
-      m_table(m_session, {QStringLiteral("simulations"), QStringLiteral("cycles")})
+      m_table(m_session, {QStringLiteral("simulations"), QStringLiteral("cycles"),
+                          QStringLiteral("pluggings")})
 {
     m_out << "seed " << seed << Qt::endl;
 }
@@ -159,7 +160,7 @@ QString Soak::end(support::DiveLog& log)
 QString Soak::unplug()
 {
     m_isHasty = false;
-    m_table.unplugged();
+    ++m_unpluggings;
     return unplugAndCloseBox(m_session);
 }
 
@@ -179,7 +180,7 @@ QString Soak::takeSample(const char* name)
     if (!error.isEmpty()) {
         return error;
     }
-    error = m_table.takeSample(name, {m_simulations, m_cycles});
+    error = m_table.takeSample(name, {m_simulations, m_cycles, m_unpluggings});
     if (qstrcmp(name, warm) == 0) {
         m_table.warmedUp();
     }

@@ -39,6 +39,7 @@ private:
     QTextStream m_out;
     SoakTable m_table;
     int m_simulations = 0;
+    int m_unpluggings = 0;
     qint64 m_cycles = 0;
     bool m_isHasty = false; ///< the next simulation is started as soon as this one lets it
 };

@@ -46,10 +46,6 @@ public:
     /// In ms since begin().
     [[nodiscard]] qint64 elapsed() const { return m_clock.elapsed(); }
 
-    /// Each unplugging may leave a socket behind.
-    void unplugged() { ++m_unpluggings; }
-    [[nodiscard]] int unpluggings() const { return m_unpluggings; }
-
     /// To be called where the program has nothing to do. Prints a row if it is given a name. The
     /// first one counts as the start; what is held more than then is returned, if anything is.
     [[nodiscard]] QString takeSample(const char* name, const QVector<qint64>& counts);
@@ -70,7 +66,6 @@ private:
     QTextStream m_out;
     QStringList m_counters;
     QElapsedTimer m_clock;
-    int m_unpluggings = 0;
     bool m_hasStarted = false;
     Holdings m_start;
     Holdings m_warm;

@@ -129,8 +129,8 @@ bool SoakWork::run()
 
 QString SoakWork::takeSample(const char* name)
 {
-    return m_table.takeSample(
-        name, {m_lines, m_exchanges, m_uploads, m_simulations, m_table.unpluggings()});
+    return m_table.takeSample(name,
+                              {m_lines, m_exchanges, m_uploads, m_simulations, m_unpluggings});
 }
 
 QString SoakWork::prepare()
@@ -365,7 +365,7 @@ QString SoakWork::unplug()
     if (!error.isEmpty()) {
         return error;
     }
-    m_table.unplugged();
+    ++m_unpluggings;
     const QString untold = unplugAndCloseBox(m_session);
     const int boxes = support::errorBoxes(m_session.takeDialogs());
     if (!untold.isEmpty() || boxes != 1) {

@@ -65,6 +65,7 @@ private:
     int m_exchanges = 0;
     int m_uploads = 0;
     int m_simulations = 0;
+    int m_unpluggings = 0;
 };
 
 #endif
