@@ -282,7 +282,7 @@ QString SoakWork::write()
 QString SoakWork::changeSettings()
 {
     constexpr int mostSpeed = 200;
-    m_title = QStringLiteral("Round %1").arg(m_round);
+    m_title = QStringLiteral("Exchange %1").arg(m_exchanges);
     const bool isChanged =
         m_session.page(parametersPage) &&
         m_session.setValue(QStringLiteral("par6Sb"), -m_random.bounded(mostSpeed)) &&
