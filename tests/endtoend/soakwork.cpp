@@ -180,6 +180,12 @@ QString SoakWork::makeRound()
     return error.isEmpty() ? takeAnswers() : error;
 }
 
+bool SoakWork::hasFileDialogs() const
+{
+    constexpr int rounds = 5;
+    return m_round % rounds == 1;
+}
+
 QString SoakWork::takeAnswers()
 {
     m_log->update();
@@ -263,7 +269,7 @@ QString SoakWork::read()
     if (error.isEmpty() && records != m_settings) {
         error = QStringLiteral("other settings were read than the device holds");
     }
-    return error.isEmpty() ? checkSaved() : error;
+    return error.isEmpty() ? checkSettings() : error;
 }
 
 QString SoakWork::write()
@@ -276,7 +282,7 @@ QString SoakWork::write()
     if (error.isEmpty() && m_settings == before) {
         error = QStringLiteral("the same settings were written once more");
     }
-    return error.isEmpty() ? checkSaved() : error;
+    return error.isEmpty() ? checkSettings() : error;
 }
 
 QString SoakWork::changeSettings()
@@ -290,8 +296,15 @@ QString SoakWork::changeSettings()
     return isChanged ? support::returnToStartPage(m_session) : m_session.error();
 }
 
-QString SoakWork::checkSaved()
+QString SoakWork::checkSettings()
 {
+    const QString shown = m_session.text(QStringLiteral("leTitle"));
+    if (shown != m_title) {
+        return QStringLiteral("the title is \"%1\" instead of \"%2\"").arg(shown, m_title);
+    }
+    if (!hasFileDialogs()) {
+        return {};
+    }
     const QString path = m_session.path(QStringLiteral("saved.mio"));
     QFile::remove(path);
     const QString error = support::saveAs(m_session, path);
@@ -303,10 +316,13 @@ QString SoakWork::checkSaved()
 
 QString SoakWork::upload()
 {
-    constexpr int librarySize = 0x14000;
+    constexpr int librarySize = 0x64000;
     constexpr int recordSize = 16;
-    constexpr int otherRecords = 3; // the addresses of two segments, and the end
+    constexpr int otherRecords = 8; // the addresses of seven segments, and the end
     constexpr int versions = 200;
+    if (!hasFileDialogs()) {
+        return {};
+    }
     ++m_uploads;
     const int number = m_uploads % versions + 1;
     m_language = QStringLiteral("Language %1").arg(m_uploads);
