@@ -68,6 +68,7 @@ void DiveLog::takeLine(const QString& line)
         m_isAnswered = false;
     } else if (match.captured(1) == QLatin1String("<")) {
         m_isAnswered = true;
+        m_answers += text;
         takeAnswer(text);
     } else {
         takeSpoken(text);

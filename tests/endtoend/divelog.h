@@ -49,6 +49,10 @@ public:
     /// Lines to the device, without line ends.
     [[nodiscard]] const QStringList& sent() const { return m_sent; }
 
+    /// What came from the device, without line ends: one line for each that was sent, if all is
+    /// well.
+    [[nodiscard]] const QStringList& answers() const { return m_answers; }
+
     /// Whether the last line to the device was answered.
     [[nodiscard]] bool isAnswered() const { return m_isAnswered; }
 
@@ -68,6 +72,7 @@ private:
     int m_nextRecord = 0;
     bool m_isAnswered = true;
     QStringList m_sent;
+    QStringList m_answers;
     QVector<RamValues> m_cycles;
     QVector<SpokenMessage> m_spoken;
 };

@@ -4,6 +4,7 @@
 #include "tests/endtoend/exchanges.h"
 
 #include "tests/endtoend/devicework.h"
+#include "tests/support/librarytext.h"
 
 #include <QFile>
 
@@ -14,6 +15,7 @@ namespace support {
 namespace {
 
 constexpr int startPage = 0;
+constexpr int libraryRecords = 64;
 
 QString titleOf(const QJsonValue& dialog)
 {
@@ -53,12 +55,27 @@ QString wholeTransfer(Session& session, const char* action)
     return error.isEmpty() ? sent.complete(linesOf(Operation::Read)) : error;
 }
 
+QString beginShortUpload(Session& session)
+{
+    constexpr int recordSize = 16;
+    QFile file(session.path(QStringLiteral("short.mia")));
+    const QByteArray text = libraryText(QByteArray(libraryRecords * recordSize, 'x'));
+    const bool isWritten =
+        file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
+    return isWritten ? beginUpload(session, file.fileName()) : file.errorString();
+}
+
 } // namespace
 
 int linesOf(Operation operation)
 {
     constexpr int status = 93;
     constexpr int transfer = 69;
+    constexpr int words = 4;
+    constexpr int otherRecords = 2; // the address before the library, and its end
+    if (operation == Operation::Upload) {
+        return words + libraryRecords + otherRecords;
+    }
     if (operation == Operation::Status) {
         return status;
     }
@@ -67,7 +84,8 @@ int linesOf(Operation operation)
 
 bool isTransfer(Operation operation)
 {
-    return operation == Operation::Read || operation == Operation::Write;
+    return operation == Operation::Read || operation == Operation::Write ||
+           operation == Operation::Upload;
 }
 
 const char* nameOf(Operation operation)
@@ -81,6 +99,8 @@ const char* nameOf(Operation operation)
         return "write";
     case Operation::Command:
         return "command";
+    case Operation::Upload:
+        return "upload";
     }
     return "";
 }
@@ -192,6 +212,8 @@ QString begin(Session& session, Operation operation)
                   session.waitFor([&session] { return !session.dialog().isEmpty(); }) &&
                   session.answer(QStringLiteral("Yes"));
         break;
+    case Operation::Upload:
+        return beginShortUpload(session);
     }
     return isBegun ? QString() : QStringLiteral("it does not begin: ") + session.error();
 }
@@ -257,6 +279,17 @@ QString exchangeEverything(Session& session)
     }
     const QString dialog = titleOf(session.dialog());
     return error.isEmpty() && !dialog.isEmpty() ? dialog : error;
+}
+
+QString exchangeOnce(Session& session, Operation operation)
+{
+    const SentLines sent(session);
+    QString error = begin(session, operation);
+    if (!error.isEmpty()) {
+        return error;
+    }
+    return session.waitForNoDialog() ? sent.complete(linesOf(operation))
+                                     : QStringLiteral("a dialog stays");
 }
 
 } // namespace support

@@ -16,8 +16,9 @@
 /// text tell by it why something did not come off; it is empty if it did.
 namespace support {
 
-/// What can be asked of a device. Command stands for all of the service commands.
-enum class Operation { Status, Read, Write, Command };
+/// What can be asked of a device. Command stands for all of the service commands, Upload for that
+/// of a short library.
+enum class Operation { Status, Read, Write, Command, Upload };
 
 /// The lines that a complete exchange sends.
 [[nodiscard]] int linesOf(Operation operation);
@@ -29,7 +30,7 @@ enum class Operation { Status, Read, Write, Command };
 [[nodiscard]] const char* nameOf(Operation operation);
 
 constexpr Operation everyOperation[] = {Operation::Status, Operation::Read, Operation::Write,
-                                        Operation::Command};
+                                        Operation::Command, Operation::Upload};
 
 /// The lines that go to a device from the time on when this is made.
 class SentLines
@@ -86,6 +87,10 @@ startSession(const QStringList& emulatorOptions = {},
 
 /// A status query, a write and a read back, each of which must be complete and without an error.
 [[nodiscard]] QString exchangeEverything(Session& session);
+
+/// A service command or an upload from its beginning to its end, of which every line must be sent
+/// once, and be answered.
+[[nodiscard]] QString exchangeOnce(Session& session, Operation operation);
 
 } // namespace support
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "tests/endtoend/census.h"
 #include "tests/endtoend/remotehand.h"
 #include "tests/endtoend/remotelook.h"
 
@@ -12,6 +13,7 @@
 #include <QTimer>
 
 #include <cstdlib>
+#include <memory>
 
 /// How long the GUI thread was busy without looking at its events.
 class Pulse : public QObject
@@ -44,7 +46,8 @@ private:
 
 /// Lets another process see and use the program that this is loaded into, which is otherwise as it
 /// always is. Connects to the local server that MIOLKA_REMOTE names; each line from there is a
-/// request in JSON, and is answered by one line.
+/// request in JSON, and is answered by one line. With MIOLKA_REMOTE_CENSUS set it also counts
+/// objects and timers, for which every object that is made and ends costs a little.
 class Remote : public QObject
 {
     Q_OBJECT
@@ -60,6 +63,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void addCensus();
     void readLines();
     void obey(const QByteArray& line);
     remote::Answer answer(const QByteArray& line);
@@ -69,6 +73,7 @@ private:
     Pulse m_pulse;
     QJsonArray m_dialogs;
     QHash<QString, remote::Command> m_commands;
+    std::unique_ptr<remote::Census> m_census;
 };
 
 Remote::Remote(QObject* parent)
@@ -81,11 +86,25 @@ Remote::Remote(QObject* parent)
     m_commands.insert(QStringLiteral("dialogs"), [this](const QJsonObject& /*request*/) {
         return remote::answered(std::exchange(m_dialogs, {}));
     });
+    if (qEnvironmentVariableIsSet("MIOLKA_REMOTE_CENSUS")) {
+        addCensus();
+    }
     qApp->installEventFilter(this);
     connect(&m_socket, &QLocalSocket::readyRead, this, &Remote::readLines);
     // Whoever started the program for its remote control is gone, and nobody else would end it.
     connect(&m_socket, &QLocalSocket::disconnected, this, [] { std::_Exit(EXIT_FAILURE); });
     m_socket.connectToServer(qEnvironmentVariable("MIOLKA_REMOTE"));
+}
+
+void Remote::addCensus()
+{
+    m_census = std::make_unique<remote::Census>();
+    m_commands.insert(QStringLiteral("objectCount"), [this](const QJsonObject& /*request*/) {
+        return remote::answered(m_census->objects());
+    });
+    m_commands.insert(QStringLiteral("timerCount"), [this](const QJsonObject& /*request*/) {
+        return remote::answered(m_census->timers());
+    });
 }
 
 bool Remote::eventFilter(QObject* watched, QEvent* event)

@@ -11,6 +11,8 @@
 
 #include <csignal>
 #include <fcntl.h>
+#include <linux/capability.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -36,6 +38,10 @@ QByteArray contents(const QString& path)
 void GroupLeader::setupChildProcess()
 {
     setpgid(0, 0);
+    // What is bounded here is lost with the program's start. Other users than root have none.
+    for (int each = 0; !m_hasPrivileges && each <= CAP_LAST_CAP; ++each) {
+        prctl(PR_CAPBSET_DROP, each);
+    }
 }
 
 void GroupLeader::killGroup()
@@ -126,6 +132,9 @@ void Session::start(const SessionOptions& options)
         command << options.emulatorOptions << QStringLiteral("--");
     }
     command << QStringLiteral(MIOLKA_PROGRAM) << options.arguments;
+    if (!options.withPrivileges) {
+        m_process.renouncePrivileges();
+    }
     m_process.setProcessEnvironment(environment(options));
     m_process.setWorkingDirectory(m_directory.path());
     m_process.setStandardInputFile(QProcess::nullDevice());
@@ -257,6 +266,25 @@ qint64 Session::programId() const
     // The process that was started is the emulator, and the program its only child.
     const QString children = QStringLiteral("/proc/%1/task/%1/children").arg(processId());
     return contents(children).trimmed().toLongLong();
+}
+
+QProcessEnvironment Session::programEnvironment() const
+{
+    QProcessEnvironment environment;
+    const QByteArray all = contents(QStringLiteral("/proc/%1/environ").arg(programId()));
+    const QList<QByteArray> entries = all.split('\0');
+    for (const QByteArray& entry : entries) {
+        const int sign = entry.indexOf('=');
+        environment.insert(QFile::decodeName(entry.left(sign)),
+                           QFile::decodeName(entry.mid(sign + 1)));
+    }
+    return environment;
+}
+
+QString Session::terminal(int device) const
+{
+    const QString root = programEnvironment().value(QStringLiteral("UMOCKDEV_DIR"));
+    return QFile::symLinkTarget(root + QStringLiteral("/dev/ttyACM%1").arg(device));
 }
 
 QString Session::tracePath() const

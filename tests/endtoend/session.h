@@ -26,7 +26,9 @@ struct SessionOptions
     bool withEmulator = true;    ///< else the program runs by itself
     QStringList emulatorOptions; ///< further ones
     bool withTrace = true;       ///< without one, what goes over the wire is not kept
-    QStringList arguments;       ///< of the program
+    /// Also root's program is then kept out by what keeps other users out.
+    bool withPrivileges = true;
+    QStringList arguments; ///< of the program
     QString platform = QStringLiteral("offscreen");
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
 };
@@ -42,8 +44,14 @@ public:
     /// Ends the whole group at once.
     void killGroup();
 
+    /// What is started from then on never gets more than its user's files allow, even as root.
+    void renouncePrivileges() { m_hasPrivileges = false; }
+
 protected:
     void setupChildProcess() override;
+
+private:
+    bool m_hasPrivileges = true;
 };
 
 /// The unmodified program with a virtual device, used as a person uses it, from another process.
@@ -136,6 +144,12 @@ public:
 
     /// Number of the process that is the program itself.
     [[nodiscard]] qint64 programId() const;
+
+    /// What the program sees: also another one that has it finds the virtual ports.
+    [[nodiscard]] QProcessEnvironment programEnvironment() const;
+
+    /// The terminal behind the device's port; empty if it is not plugged in.
+    [[nodiscard]] QString terminal(int device = 0) const;
 
     /// Stops everything that was started for that long, as a system under load does.
     void pauseProgram(int milliseconds);

@@ -5,11 +5,9 @@
 
 #include "tests/endtoend/devicework.h"
 #include "tests/endtoend/exchanges.h"
+#include "tests/endtoend/soakwork.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFile>
-#include <QRegularExpression>
 #include <QThread>
 
 namespace {
@@ -23,33 +21,12 @@ constexpr const char* warm = "after the warm-up";
 const QString startButton = QStringLiteral("pbStartSim");
 const QString stopButton = QStringLiteral("pbStopSim");
 
-support::SessionOptions withVirtualDevice()
-{
-    support::SessionOptions options;
-    options.emulatorOptions =
-        QStringList{QStringLiteral("--unplugged"), QStringLiteral("--settings"),
-                    QStringLiteral(MIOLKA_SOURCE_DIR "/docs/example.mio")};
-    // Hours of lines would fill the disk.
-    options.environment.insert(QStringLiteral("QT_LOGGING_RULES"),
-                               QStringLiteral("miolka.link.debug=false"));
-    return options;
-}
-
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QStringList entries(const QString& directory)
-{
-    return QDir(directory).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
-}
-
 } // namespace
 
 Soak::Soak(int seconds, quint32 seed)
-    : m_seconds(seconds), m_random(seed), m_session(withVirtualDevice()), m_out(stdout)
+    : m_seconds(seconds), m_random(seed), m_session(soakOptions()), m_out(stdout),
+      m_table(m_session, {QStringLiteral("simulations"), QStringLiteral("cycles"),
+                          QStringLiteral("pluggings")})
 {
     m_out << "seed " << seed << Qt::endl;
 }
@@ -65,7 +42,7 @@ bool Soak::run()
     QString error = prepare();
     while (error.isEmpty() && !moments.isEmpty()) {
         error = simulate();
-        const bool isDue = m_clock.elapsed() >= moments.first().first;
+        const bool isDue = m_table.elapsed() >= moments.first().first;
         if (error.isEmpty() && (isDue || m_simulations % between == 0)) {
             error = takeSample(isDue ? moments.takeFirst().second : nullptr);
         }
@@ -79,7 +56,7 @@ bool Soak::run()
     if (!error.isEmpty()) {
         m_out << "FAILED in simulation " << m_simulations << ": " << error << Qt::endl;
     }
-    return error.isEmpty() && isSteady();
+    return error.isEmpty() && m_table.isSteady();
 }
 
 QString Soak::prepare()
@@ -87,15 +64,12 @@ QString Soak::prepare()
     if (!m_session.isRunning()) {
         return m_session.error();
     }
-    QString error = plugIn();
+    QString error = plugInForStatus(m_session);
     if (error.isEmpty() && !m_session.page(simulationPage)) {
         error = m_session.error();
     }
     if (error.isEmpty()) {
-        m_out << "                     s  simulations    cycles  KiB resident  threads  files  "
-                 "sockets"
-              << Qt::endl;
-        m_clock.start();
+        m_table.begin();
         error = takeSample("at the start");
     }
     return error;
@@ -123,7 +97,7 @@ QString Soak::simulate()
     error = isTornOff ? unplug() : end(log);
     log.update();
     m_cycles += log.cycles().size();
-    return error.isEmpty() && isTornOff ? plugIn() : error;
+    return error.isEmpty() && isTornOff ? plugInForStatus(m_session) : error;
 }
 
 QString Soak::begin(support::DiveLog& log)
@@ -187,27 +161,7 @@ QString Soak::unplug()
 {
     m_isHasty = false;
     ++m_unpluggings;
-    if (!m_session.unplug()) {
-        return m_session.error();
-    }
-    QString error = support::closeErrorBox(m_session);
-    return error.isEmpty() ? support::waitForNoDevice(m_session) : error;
-}
-
-QString Soak::plugIn()
-{
-    support::DiveLog log(m_session);
-    QString error = support::plugIn(m_session);
-    if (!error.isEmpty()) {
-        return error;
-    }
-    const int wanted = support::linesOf(support::Operation::Status);
-    const bool isComplete = m_session.waitFor([&] {
-        log.update();
-        return log.sent().size() >= wanted && log.isAnswered();
-    });
-    return isComplete ? support::waitForStatus(m_session)
-                      : QStringLiteral("the status is not asked for");
+    return unplugAndCloseBox(m_session);
 }
 
 void Soak::rest(int milliseconds)
@@ -226,92 +180,28 @@ QString Soak::takeSample(const char* name)
     if (!error.isEmpty()) {
         return error;
     }
-    m_last = holdings();
-    if (m_start.threads == 0) {
-        m_start = m_last;
-    }
-    constexpr int settling = 2000; // a thread may just be about to end
-    const bool isAsBefore = m_session.waitFor(
-        [this] {
-            m_last = holdings();
-            return holdsAsMuchAsAtStart();
-        },
-        settling);
-    if (name != nullptr) {
-        print(name);
-    }
+    error = m_table.takeSample(name, {m_simulations, m_cycles, m_unpluggings});
     if (qstrcmp(name, warm) == 0) {
-        m_warm = m_last;
+        m_table.warmedUp();
     }
-    return isAsBefore ? QString()
-                      : QStringLiteral("%1 threads, %2 files and %3 sockets are left")
-                            .arg(m_last.threads)
-                            .arg(m_last.files)
-                            .arg(m_last.sockets);
+    return error;
 }
 
-bool Soak::holdsAsMuchAsAtStart() const
-{
-    // The mocked ports keep a socket for each port that was to be opened when it was just gone,
-    // which the program does once after each unplugging.
-    return m_last.threads == m_start.threads && m_last.files == m_start.files &&
-           m_last.sockets <= m_start.sockets + m_unpluggings;
-}
-
-void Soak::print(const char* name)
-{
-    constexpr int milliseconds = 1000;
-    m_out << QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8")
-                 .arg(QString::fromLatin1(name), -17)
-                 .arg(m_clock.elapsed() / milliseconds, 4)
-                 .arg(m_simulations, 12)
-                 .arg(m_cycles, 9)
-                 .arg(m_last.memory, 13)
-                 .arg(m_last.threads, 8)
-                 .arg(m_last.files, 6)
-                 .arg(m_last.sockets, 8)
-          << Qt::endl;
-}
-
-Holdings Soak::holdings() const
-{
-    const QString process = QStringLiteral("/proc/%1/").arg(m_session.programId());
-    static const QRegularExpression resident(QStringLiteral("VmRSS:\\s+([0-9]+) kB"));
-    const QString status = QString::fromLatin1(readAll(process + QStringLiteral("status")));
-    Holdings held;
-    held.memory = resident.match(status).captured(1).toInt();
-    held.threads = entries(process + QStringLiteral("task")).size();
-    const QString files = process + QStringLiteral("fd/");
-    const QStringList numbers = entries(files);
-    for (const QString& number : numbers) {
-        const bool isSocket =
-            QFile::symLinkTarget(files + number).contains(QLatin1String("socket:"));
-        ++(isSocket ? held.sockets : held.files);
-    }
-    return held;
-}
-
-bool Soak::isSteady()
-{
-    constexpr int mostGrowth = 4 * 1024;
-    const int growth = m_last.memory - m_warm.memory;
-    m_out << m_simulations << " simulations, " << m_cycles << " cycles, " << m_unpluggings
-          << " unpluggings; memory grew by " << growth << " KiB after the warm-up" << Qt::endl;
-    return growth <= mostGrowth;
-}
-
-/// Ends with 1 if a simulation did not come off, or the program holds more than at its start.
+/// Ends with 1 if something did not come off, or the program holds more than at its start.
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    bool isTime = false;
+    QStringList arguments = QCoreApplication::arguments().mid(1);
+    const bool isWork = arguments.removeAll(QStringLiteral("--rounds")) > 0;
+    bool isSize = false;
     bool isSeed = true;
-    const int seconds = arguments.value(1).toInt(&isTime);
-    const quint32 seed = arguments.size() > 2 ? arguments.at(2).toUInt(&isSeed) : 1;
-    if (!isTime || seconds <= 0 || !isSeed || arguments.size() > 3) {
-        QTextStream(stdout) << "usage: miolka-soak SECONDS [SEED]\n";
+    const int size = arguments.value(0).toInt(&isSize);
+    const quint32 seed = arguments.size() > 1 ? arguments.at(1).toUInt(&isSeed) : 1;
+    if (!isSize || size <= 0 || !isSeed || arguments.size() > 2) {
+        QTextStream(stdout) << "usage: miolka-soak SECONDS [SEED]\n"
+                               "       miolka-soak --rounds ROUNDS [SEED]\n";
         return 2;
     }
-    return Soak(seconds, seed).run() ? 0 : 1;
+    const bool isPassed = isWork ? SoakWork(size, seed).run() : Soak(size, seed).run();
+    return isPassed ? 0 : 1;
 }

@@ -6,19 +6,10 @@
 
 #include "tests/endtoend/divework.h"
 #include "tests/endtoend/session.h"
+#include "tests/endtoend/soaktable.h"
 
-#include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QTextStream>
-
-/// What a process holds.
-struct Holdings
-{
-    int memory = 0; ///< resident, in KiB
-    int threads = 0;
-    int files = 0; ///< open, without sockets
-    int sockets = 0;
-};
 
 /// Simulations without an end in one running program: started, steered and stopped at random, with
 /// all that a restless user does in between. What the program holds between them must stay.
@@ -37,28 +28,20 @@ private:
     QString disturb();
     QString end(support::DiveLog& log);
     QString unplug();
-    QString plugIn();
     QString takeSample(const char* name);
-    [[nodiscard]] Holdings holdings() const;
     /// One of that many, counted from 0.
     int any(int count) { return static_cast<int>(m_random.bounded(count)); }
     void rest(int milliseconds);
-    [[nodiscard]] bool holdsAsMuchAsAtStart() const;
-    void print(const char* name);
-    bool isSteady();
 
     int m_seconds;
     QRandomGenerator m_random;
     support::Session m_session;
     QTextStream m_out;
-    QElapsedTimer m_clock;
+    SoakTable m_table;
     int m_simulations = 0;
     int m_unpluggings = 0;
     qint64 m_cycles = 0;
     bool m_isHasty = false; ///< the next simulation is started as soon as this one lets it
-    Holdings m_start;
-    Holdings m_warm;
-    Holdings m_last;
 };
 
 #endif
