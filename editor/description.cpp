@@ -51,7 +51,6 @@ cMyDescription::cMyDescription(const Widgets& widgets, cMyImageGate& gate, QObje
     connect(m_widgets.description, &QPlainTextEdit::selectionChanged, this,
             &cMyDescription::rememberCursor);
     connect(m_widgets.description, &cMyDescriptionEdit::refused, this, &cMyDescription::logRefusal);
-    countFree();
 }
 
 void cMyDescription::installValidators()

@@ -41,6 +41,7 @@ private slots:
     void nothingIsCutOff_data();
     void nothingIsCutOff();
     void rulesFitBesideEachOther();
+    void roomToSpareGoesToShortenedChoices();
     void listsShowTheirLongestChoice();
     void shortenedChoicesHaveAToolTip();
     void headingsStandOverTheirColumns();
@@ -283,6 +284,31 @@ void TestLook::rulesFitBesideEachOther()
     show(1);
     QCOMPARE(child<QScrollArea>(*m_window, "parametersScroll")->horizontalScrollBar()->maximum(),
              0);
+}
+
+void TestLook::roomToSpareGoesToShortenedChoices()
+{
+    show(2);
+    const auto widths = [this](const QByteArrayList& names) {
+        QVector<int> all;
+        for (const QByteArray& name : names) {
+            all.append(child<QWidget>(*m_window, name.constData())->width());
+        }
+        return all;
+    };
+    const QByteArrayList whole = {"par01Cb3", "par01Sb1", "par01Cb6"};
+    const QByteArrayList shortened = {"par01Cb1", "par01Cb2", "par01Cb4", "par01Cb5"};
+    const QVector<int> wholeBefore = widths(whole);
+    const QVector<int> shortenedBefore = widths(shortened);
+    constexpr int more = 80;
+    m_window->resize(m_window->width() + more, m_window->height());
+    QTRY_VERIFY(widths(shortened) != shortenedBefore);
+    QCOMPARE(widths(whole), wholeBefore);
+    int gained = 0;
+    for (int i = 0; i < shortened.size(); ++i) {
+        gained += widths(shortened).at(i) - shortenedBefore.at(i);
+    }
+    QCOMPARE(gained, more);
 }
 
 void TestLook::listsShowTheirLongestChoice()
