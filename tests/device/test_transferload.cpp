@@ -3,12 +3,11 @@
 
 #include "device/miolka.h"
 #include "device/transferprogress.h"
-#include "emulator/virtualdevice.h"
-#include "emulator/virtualport.h"
 #include "image/memoryarea.h"
 #include "tests/support/guitest.h"
 #include "tests/support/peer.h"
 #include "tests/support/posix.h"
+#include "tests/support/serveddevice.h"
 
 #include <QEventLoop>
 #include <QProgressDialog>
@@ -42,9 +41,7 @@ private:
         return m_loop.exec() == 0;
     }
 
-    QThread m_thread;
-    cMyVirtualDevice m_device;
-    cMyVirtualPort m_port{&m_device};
+    support::ServedDevice m_device;
     cMyMemoryArea m_image;
     std::unique_ptr<QWidget> m_window;
     cMyMiolka* m_link = nullptr;
@@ -82,10 +79,6 @@ QStringList records(int count)
 void TestTransferLoad::initTestCase()
 {
     QLoggingCategory::setFilterRules(QStringLiteral("miolka.link.debug=false"));
-    m_device.moveToThread(&m_thread);
-    m_port.moveToThread(&m_thread);
-    m_thread.start();
-    QMetaObject::invokeMethod(&m_port, &cMyVirtualPort::plug, Qt::BlockingQueuedConnection);
     m_window = std::make_unique<QWidget>();
     m_window->show();
     m_link = new cMyMiolka(&m_image, m_window.get());
@@ -104,16 +97,13 @@ void TestTransferLoad::initTestCase()
         }
     });
     const QSignalSpy shown(m_link, &cMyMiolka::statusChanged);
-    m_link->setPort(m_port.path());
+    m_link->setPort(m_device.path());
     QVERIFY(support::waitFor([&shown] { return shown.count() == 1; }));
 }
 
 void TestTransferLoad::cleanupTestCase()
 {
     m_window.reset();
-    QMetaObject::invokeMethod(&m_port, &cMyVirtualPort::unplug, Qt::BlockingQueuedConnection);
-    m_thread.quit();
-    m_thread.wait();
 }
 
 void TestTransferLoad::write(int lineCount)

@@ -4,13 +4,12 @@
 #include "emulator/virtualport.h"
 
 #include "emulator/trace.h"
-#include "emulator/virtualdevice.h"
 #include "tests/emulator/terminalpeer.h"
 #include "tests/support/posix.h"
+#include "tests/support/serveddevice.h"
 
 #include <QAbstractEventDispatcher>
 #include <QTemporaryDir>
-#include <QThread>
 #include <QtTest>
 
 #include <atomic>
@@ -45,67 +44,57 @@ private slots:
 
 private:
     /// Runs in the port's thread, and waits for it.
-    template <typename Call>
-    void inThread(Call call)
-    {
-        QMetaObject::invokeMethod(m_port.get(), call, Qt::BlockingQueuedConnection);
-    }
+    void inThread(std::function<void()> call) { m_device->inThread(std::move(call)); }
+    cMyVirtualPort& port() { return m_device->port(); }
     void plug()
     {
-        inThread([this] { m_port->plug(); });
-        m_peer = std::make_unique<TerminalPeer>(m_port->path());
+        inThread([this] { port().plug(); });
+        m_peer = std::make_unique<TerminalPeer>(m_device->path());
         QVERIFY(m_peer->isOpen());
     }
     void unplug()
     {
-        inThread([this] { m_port->unplug(); });
+        inThread([this] { port().unplug(); });
     }
     void setFaults(const char* specs)
     {
         cMyFaults faults;
         QVERIFY(faults.add(QString::fromLatin1(specs)));
-        inThread([this, faults] { m_port->setFaults(faults); });
+        inThread([this, faults] { port().setFaults(faults); });
     }
 
     // Counted in the port's thread, where the signals are emitted.
     std::atomic<int> m_served{0};
     std::atomic<int> m_lastCount{0};
     std::atomic<int> m_vanished{0};
-    std::unique_ptr<QThread> m_thread;
-    std::unique_ptr<cMyVirtualDevice> m_device;
-    std::unique_ptr<cMyVirtualPort> m_port;
+    std::unique_ptr<support::ServedDevice> m_device;
     std::unique_ptr<TerminalPeer> m_peer;
 };
 
 void TestVirtualPort::init()
 {
-    m_thread = std::make_unique<QThread>();
-    m_device = std::make_unique<cMyVirtualDevice>();
-    m_port = std::make_unique<cMyVirtualPort>(m_device.get());
-    m_device->moveToThread(m_thread.get());
-    m_port->moveToThread(m_thread.get());
+    m_device = std::make_unique<support::ServedDevice>();
     m_served = 0;
     m_vanished = 0;
-    connect(
-        m_port.get(), &cMyVirtualPort::lineServed, m_port.get(),
-        [this](int count) {
-            m_lastCount = count;
-            ++m_served;
-        },
-        Qt::DirectConnection);
-    connect(
-        m_port.get(), &cMyVirtualPort::vanished, m_port.get(), [this] { ++m_vanished; },
-        Qt::DirectConnection);
-    m_thread->start();
-    plug();
+    inThread([this] {
+        connect(
+            &port(), &cMyVirtualPort::lineServed, &port(),
+            [this](int count) {
+                m_lastCount = count;
+                ++m_served;
+            },
+            Qt::DirectConnection);
+        connect(
+            &port(), &cMyVirtualPort::vanished, &port(), [this] { ++m_vanished; },
+            Qt::DirectConnection);
+    });
+    m_peer = std::make_unique<TerminalPeer>(m_device->path());
+    QVERIFY(m_peer->isOpen());
 }
 
 void TestVirtualPort::cleanup()
 {
     unplug();
-    m_thread->quit();
-    m_thread->wait();
-    m_port.reset();
     m_device.reset();
     m_peer.reset();
 }
@@ -146,16 +135,18 @@ void TestVirtualPort::bytesPassAsTheyAre()
 
 void TestVirtualPort::hangUpWhenUnplugged()
 {
-    const QString before = m_port->path();
+    const QString before = m_device->path();
     QVERIFY(!m_peer->isHungUp());
     // So that the system cannot give the same number again.
     const auto old = std::move(m_peer);
     unplug();
     QVERIFY(old->isHungUp());
-    QVERIFY(!m_port->isPlugged());
-    QVERIFY(m_port->path().isEmpty());
+    bool isPlugged = true;
+    inThread([this, &isPlugged] { isPlugged = port().isPlugged(); });
+    QVERIFY(!isPlugged);
+    QVERIFY(m_device->path().isEmpty());
     plug();
-    QVERIFY(m_port->path() != before);
+    QVERIFY(m_device->path() != before);
     QVERIFY(m_peer->send("#ROOT\r\n"));
     QCOMPARE(m_peer->lines(1), QByteArray("#ROOT\r\n"));
 }
@@ -175,7 +166,7 @@ void TestVirtualPort::linesAreCountedFromPlugging()
 void TestVirtualPort::latencyOfEachLine()
 {
     constexpr int latency = 60;
-    inThread([this] { m_port->setLatency(latency); });
+    inThread([this] { port().setLatency(latency); });
     QElapsedTimer clock;
     clock.start();
     QVERIFY(m_peer->send("#ROOT\r\n#HEX\r\n#RAM\r\n"));
@@ -247,10 +238,10 @@ void TestVirtualPort::vanishes()
 
 void TestVirtualPort::noDeviceNoAnswer()
 {
-    inThread([this] { m_port->setDevice(nullptr); });
+    inThread([this] { port().setDevice(nullptr); });
     QVERIFY(m_peer->send("#ROOT\r\n"));
     QVERIFY(m_peer->packet(100).isEmpty());
-    inThread([this] { m_port->setDevice(m_device.get()); });
+    inThread([this] { port().setDevice(&m_device->device()); });
     QVERIFY(m_peer->send("#HEX\r\n"));
     QCOMPARE(m_peer->lines(1), QByteArray("#HEX\r\n"));
 }
@@ -283,10 +274,12 @@ void TestVirtualPort::aReaderThatDoesNotReadBlocksNothing()
 void TestVirtualPort::closedPeerIsNoBusyLoop()
 {
     std::atomic<int> wakeUps{0};
-    QAbstractEventDispatcher* dispatcher = QAbstractEventDispatcher::instance(m_thread.get());
-    const auto connection = connect(
-        dispatcher, &QAbstractEventDispatcher::awake, m_port.get(), [&wakeUps] { ++wakeUps; },
-        Qt::DirectConnection);
+    QMetaObject::Connection connection;
+    inThread([this, &wakeUps, &connection] {
+        connection = connect(
+            QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &port(),
+            [&wakeUps] { ++wakeUps; }, Qt::DirectConnection);
+    });
     // The last answer is left behind unread, and more of them than the terminal holds.
     setFaults("long=1");
     QVERIFY(m_peer->send("#ROOT\r\n#HEX\r\n"));
@@ -297,7 +290,7 @@ void TestVirtualPort::closedPeerIsNoBusyLoop()
     QTest::qWait(500);
     QVERIFY2(wakeUps < 20, QByteArray::number(wakeUps).constData());
     QCOMPARE(m_served.load(), 2);
-    disconnect(connection);
+    inThread([&connection] { disconnect(connection); });
 }
 
 void TestVirtualPort::traceHasEveryLine()
@@ -308,7 +301,7 @@ void TestVirtualPort::traceHasEveryLine()
     QVERIFY(!trace.open(directory.path()));
     QVERIFY(trace.open(path));
     trace.setNumbered(true);
-    inThread([this, &trace] { m_port->setTrace(&trace, 3); });
+    inThread([this, &trace] { port().setTrace(&trace, 3); });
     setFaults("split,nul");
     QVERIFY(m_peer->send("#ROOT\r\n\xC3\\\r\n"));
     QCOMPARE(m_peer->lines(2).count('\n'), 2);
@@ -326,7 +319,7 @@ void TestVirtualPort::traceHasEveryLine()
         return text.startsWith(R"(< 3 \x00)") && text.endsWith(R"(\r\n)");
     };
     QCOMPARE(std::count_if(texts.cbegin(), texts.cend(), isAnswer), 2);
-    inThread([this] { m_port->setTrace(nullptr, 0); });
+    inThread([this] { port().setTrace(nullptr, 0); });
 }
 
 void TestVirtualPort::escapes()

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "tests/sim/serveddevice.h"
+#include "tests/support/serveddevice.h"
 #include "tests/sim/simulation.h"
 
 #include <QElapsedTimer>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "sim/simwidget.h"
-#include "tests/sim/serveddevice.h"
+#include "tests/support/serveddevice.h"
 #include "tests/sim/simulation.h"
 #include "tests/support/guitest.h"
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef MIOLKA_TESTS_SIM_SERVEDDEVICE_H
-#define MIOLKA_TESTS_SIM_SERVEDDEVICE_H
+#ifndef MIOLKA_TESTS_SUPPORT_SERVEDDEVICE_H
+#define MIOLKA_TESTS_SUPPORT_SERVEDDEVICE_H
 
 #include "emulator/virtualdevice.h"
 #include "emulator/virtualport.h"
@@ -60,10 +60,7 @@ public:
         m_port->moveToThread(&m_thread);
         m_errands.moveToThread(&m_thread);
         m_thread.start();
-        inThread([this] {
-            m_port->plug();
-            m_path = m_port->path();
-        });
+        inThread([this] { m_port->plug(); });
     }
     ~ServedDevice()
     {
@@ -76,7 +73,13 @@ public:
     }
     Q_DISABLE_COPY_MOVE(ServedDevice)
 
-    [[nodiscard]] QString path() const { return m_path; }
+    /// Where a program finds the device now.
+    [[nodiscard]] QString path()
+    {
+        QString path;
+        inThread([this, &path] { path = m_port->path(); });
+        return path;
+    }
 
     /// Runs in the device's thread, and returns when it has.
     void inThread(std::function<void()> call) { m_errands.run(std::move(call)); }
@@ -93,7 +96,6 @@ public:
     cMyVirtualPort& port() { return *m_port; }
 
 private:
-    QString m_path;
     QThread m_thread;
     Errands m_errands;
     std::unique_ptr<cMyVirtualDevice> m_device;
