@@ -174,14 +174,16 @@ void TestForeignReplies::namesOfPorts()
     note.end(*m_window);
     QVERIFY(text("lPortNote").contains(name));
     QCOMPARE(label("lPortNote")->textFormat(), Qt::PlainText);
-    // The list of ports is still there at the smallest size, and so is what stands after it.
+    // The list of ports is still there at the smallest size, and so is what stands after it, once
+    // the tool bar has found its layout.
     m_window->resize(640, 480);
-    QCoreApplication::processEvents();
     for (const QWidget* each : {static_cast<QWidget*>(select),
                                 child<QToolBar>(*m_window, "mainToolBar")
                                     ->widgetForAction(child<QAction>(*m_window, "actionExit"))}) {
-        const QRect place(each->mapTo(m_window.get(), QPoint(0, 0)), each->size());
-        QVERIFY(each->isVisible() && m_window->rect().contains(place));
+        QVERIFY(support::waitFor([this, each] {
+            const QRect place(each->mapTo(m_window.get(), QPoint(0, 0)), each->size());
+            return each->isVisible() && m_window->rect().contains(place);
+        }));
     }
     QVERIFY(!m_pipe->wasOpened());
     QVERIFY(isSmall());
