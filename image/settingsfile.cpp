@@ -29,12 +29,15 @@ bool isStored(QFileDevice& file)
         return false;
     }
 #ifdef Q_OS_UNIX
-    if (fsync(file.handle()) != 0) {
-        // Others mean that the file system does not know the call.
-        return errno != EIO && errno != ENOSPC && errno != EDQUOT;
-    }
-#endif
+    int result = -1;
+    do {
+        result = fsync(file.handle());
+    } while (result != 0 && errno == EINTR);
+    // A file system that does not know the call has no better answer.
+    return result == 0 || errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
+#else
     return true;
+#endif
 }
 
 /// Writes over a file where its directory takes no new one. What is longer than the file goes

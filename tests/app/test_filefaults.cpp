@@ -5,6 +5,7 @@
 #include "tests/support/dialogscript.h"
 #include "tests/support/pipetrap.h"
 #include "tests/support/savedfiles.h"
+#include "tests/support/skipped.h"
 #include "tests/support/smalldisk.h"
 #include "tests/support/windowtest.h"
 
@@ -386,8 +387,7 @@ int main(int argc, char* argv[])
     app::installCatalogue(translator);
     TestFileFaults test;
     const int failures = QTest::qExec(&test, argc, argv);
-    constexpr int skipped = 77;
-    return failures == 0 && test.wasSkipped() ? skipped : failures;
+    return support::exitStatus(failures, test.wasSkipped());
 }
 
 #include "test_filefaults.moc"

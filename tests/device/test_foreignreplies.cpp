@@ -42,7 +42,16 @@ private:
         const QSize least = m_window->minimumSizeHint();
         return least.width() <= 640 && least.height() <= 480;
     }
+    void showStartPage();
     void askForStatus();
+    /// Waits for the one status that what was just done asks for.
+    static void waitForStatus(const QSignalSpy& shown)
+    {
+        if (!support::waitFor([&shown] { return shown.count() == 1; })) {
+            qFatal("no status was shown");
+        }
+    }
+    [[nodiscard]] cMyMiolka* link() const { return m_window->findChild<cMyMiolka*>(); }
 
     QTemporaryDir m_directory;
     std::unique_ptr<support::PipeTrap> m_pipe;
@@ -63,13 +72,18 @@ QByteArray TestForeignReplies::answer(const QByteArray& line)
     return support::libraryRecord(image::DataRecord, address, bytes.mid(address, count));
 }
 
+void TestForeignReplies::showStartPage()
+{
+    const QSignalSpy shown(link(), &cMyMiolka::statusChanged);
+    child<QTabWidget>(*m_window, "tabWidget")->setCurrentIndex(0);
+    waitForStatus(shown);
+}
+
 void TestForeignReplies::askForStatus()
 {
-    const QSignalSpy shown(m_window->findChild<cMyMiolka*>(), &cMyMiolka::statusChanged);
+    const QSignalSpy shown(link(), &cMyMiolka::statusChanged);
     child<QPushButton>(*m_window, "pbGetStatus")->click();
-    if (!support::waitFor([&shown] { return shown.count() == 1; })) {
-        qFatal("no status was shown");
-    }
+    waitForStatus(shown);
 }
 
 void TestForeignReplies::initTestCase()
@@ -88,14 +102,12 @@ void TestForeignReplies::textsOfTheStatus()
 {
     QFETCH(QString, text);
     support::Peer& peer = plugIn();
-    child<QTabWidget>(*m_window, "tabWidget")->setCurrentIndex(0);
-    QTRY_VERIFY(!peer.lines().isEmpty());
+    showStartPage();
     const QByteArray bytes = text.toLatin1();
     m_memories["#EEPROM"] = QByteArray(16, '\1') + bytes.left(15).leftJustified(16, '\0') +
                             bytes.left(31).leftJustified(480, '\0') + bytes;
     m_memories["#FLASH"] = QByteArray(0xFFE0, '\1') + bytes.left(15);
     peer.setAnswer([this](const QByteArray& line) { return answer(line); });
-    QTest::qWait(50);
     askForStatus();
     support::Showing showing;
     showing.end(*m_window);
@@ -113,19 +125,17 @@ void TestForeignReplies::textsOfTheStatus()
 void TestForeignReplies::versionsThatNeverEnd()
 {
     support::Peer& peer = plugIn();
-    child<QTabWidget>(*m_window, "tabWidget")->setCurrentIndex(0);
+    showStartPage();
     bool isFirst = true;
     const QByteArray most(255, '\xFF');
     peer.setAnswer([&isFirst, most](const QByteArray&) {
         return std::exchange(isFirst, false) ? QByteArray("#ROM\r\n")
                                              : support::libraryRecord(image::DataRecord, 0, most);
     });
-    QTest::qWait(50);
-    isFirst = true;
     int length = 0;
-    connect(
-        m_window->findChild<cMyMiolka*>(), &cMyMiolka::statusChanged, this,
-        [&length](const QStringList& texts) { length = texts.at(device::FirmwareVersion).size(); });
+    connect(link(), &cMyMiolka::statusChanged, this, [&length](const QStringList& texts) {
+        length = texts.at(device::FirmwareVersion).size();
+    });
     askForStatus();
     support::Showing showing;
     showing.end(*m_window);
@@ -164,14 +174,16 @@ void TestForeignReplies::namesOfPorts()
     note.end(*m_window);
     QVERIFY(text("lPortNote").contains(name));
     QCOMPARE(label("lPortNote")->textFormat(), Qt::PlainText);
-    // The list of ports is still there at the smallest size, and so is what stands after it.
+    // The list of ports is still there at the smallest size, and so is what stands after it, once
+    // the tool bar has found its layout.
     m_window->resize(640, 480);
-    QCoreApplication::processEvents();
     for (const QWidget* each : {static_cast<QWidget*>(select),
                                 child<QToolBar>(*m_window, "mainToolBar")
                                     ->widgetForAction(child<QAction>(*m_window, "actionExit"))}) {
-        const QRect place(each->mapTo(m_window.get(), QPoint(0, 0)), each->size());
-        QVERIFY(each->isVisible() && m_window->rect().contains(place));
+        QVERIFY(support::waitFor([this, each] {
+            const QRect place(each->mapTo(m_window.get(), QPoint(0, 0)), each->size());
+            return each->isVisible() && m_window->rect().contains(place);
+        }));
     }
     QVERIFY(!m_pipe->wasOpened());
     QVERIFY(isSmall());
@@ -193,9 +205,7 @@ void TestForeignReplies::answersInATransfer()
     QCOMPARE(progress()->labelText(), QStringLiteral("Upload.."));
     QVERIFY(support::waitFor([] { return progress() == nullptr; }));
     QVERIFY(box() == nullptr);
-    const QSignalSpy shown(m_window->findChild<cMyMiolka*>(), &cMyMiolka::statusChanged);
-    child<QPushButton>(*m_window, "pbGetStatus")->click();
-    QVERIFY(support::waitFor([&shown] { return shown.count() == 1; }));
+    askForStatus();
     QCOMPARE(child<QStatusBar>(*m_window, "statusBar")->currentMessage(), QString());
     QCOMPARE(label("lVoiceLang")->text(), QString());
     QCOMPARE(support::imageOf(*m_window), support::templateImage());

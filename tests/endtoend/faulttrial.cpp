@@ -156,14 +156,14 @@ QString FaultTrial::waitForSurrender()
 
 QString FaultTrial::waitForDiveSurrender()
 {
-    constexpr int patience = 3000;
-    constexpr int margin = 1000;
+    constexpr int least = 2000;
+    constexpr int most = 6000; // before the silence a dive goes on for a while
     QElapsedTimer clock;
     clock.start();
-    m_session.waitFor([this] { return isIdle(m_session); }, 3 * patience);
+    m_session.waitFor([this] { return isIdle(m_session); }, 2 * most);
     const qint64 waited = clock.elapsed();
     m_outcome = QStringLiteral("given up after ") + inSeconds(waited);
-    const bool isInTime = waited > patience - margin && waited < patience + margin;
+    const bool isInTime = waited > least && waited < most;
     return isInTime ? QString() : m_outcome;
 }
 
@@ -181,7 +181,12 @@ QString FaultTrial::waitForLoss()
 QString FaultTrial::waitForStop(End end)
 {
     constexpr unsigned long aWhile = 700;
-    QThread::msleep(aWhile);
+    constexpr int atOnce = 2000; // less than what silence is given
+    if (end == End::Refused) {
+        m_session.waitFor([this] { return isIdle(m_session); }, atOnce);
+    } else {
+        QThread::msleep(aWhile);
+    }
     const bool endedByItself = isIdle(m_session);
     m_outcome = endedByItself ? QStringLiteral("ended by itself") : QStringLiteral("stopped");
     if (endedByItself) {

@@ -26,6 +26,7 @@ private slots:
     void fullAtEveryByte();
     void aCallThatFails_data();
     void aCallThatFails();
+    void aSystemThatDoesNotKnowTheCall_data();
     void aSystemThatDoesNotKnowTheCall();
     void fullWhenItIsWrittenInPlace();
 
@@ -115,6 +116,8 @@ void TestBrokenDisk::aCallThatFails_data()
         QTest::newRow("no room after all" + files) << ENOSPC << 0 << 0 << has;
         QTest::newRow("beyond the quota after all" + files) << EDQUOT << 0 << 0 << has;
         QTest::newRow("a bad sector" + files) << EIO << 0 << 0 << has;
+        QTest::newRow("given up by the system" + files) << EROFS << 0 << 0 << has;
+        QTest::newRow("gone from its server" + files) << ESTALE << 0 << 0 << has;
         QTest::newRow("not renamed" + files) << 0 << 0 << ENOSPC << has;
     }
     QTest::newRow("not named") << 0 << ENOSPC << 0 << true;
@@ -138,13 +141,22 @@ void TestBrokenDisk::aCallThatFails()
     verifyRefused(area, fault);
 }
 
+void TestBrokenDisk::aSystemThatDoesNotKnowTheCall_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("not for such files") << EINVAL;
+    QTest::newRow("not supported") << EOPNOTSUPP;
+    QTest::newRow("not there") << ENOSYS;
+}
+
 void TestBrokenDisk::aSystemThatDoesNotKnowTheCall()
 {
+    QFETCH(int, error);
     support::writeFile(path(), support::oldText);
     cMyMemoryArea area;
     support::fill(area, 0x11);
     DiskFault fault;
-    fault.syncError = EINVAL;
+    fault.syncError = error;
     const BrokenDisk disk(fault);
     QVERIFY(image::writeSettingsFile(path(), area));
     QCOMPARE(support::readFile(path()), support::filledText(0x11));

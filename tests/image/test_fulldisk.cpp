@@ -3,6 +3,7 @@
 
 #include "tests/support/posix.h"
 #include "tests/support/savedfiles.h"
+#include "tests/support/skipped.h"
 #include "tests/support/smalldisk.h"
 
 #include <QTemporaryDir>
@@ -92,8 +93,7 @@ int main(int argc, char* argv[])
     const QCoreApplication application(argc, argv);
     TestFullDisk test;
     const int failures = QTest::qExec(&test, argc, argv);
-    constexpr int skipped = 77;
-    return failures == 0 && test.wasSkipped() ? skipped : failures;
+    return support::exitStatus(failures, test.wasSkipped());
 }
 
 #include "test_fulldisk.moc"

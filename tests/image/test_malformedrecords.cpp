@@ -5,6 +5,7 @@
 #include "image/memoryarea.h"
 #include "image/settingsfile.h"
 #include "tests/support/posix.h"
+#include "tests/support/skipped.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -18,6 +19,10 @@ class TestMalformedRecords : public QObject
 {
     Q_OBJECT
 
+public:
+    /// Whether a tool is not there, so that something was not compared.
+    [[nodiscard]] bool wasSkipped() const { return m_wasSkipped; }
+
 private slots:
     void ourVerdict_data();
     void ourVerdict();
@@ -27,6 +32,7 @@ private slots:
 
 private:
     QTemporaryDir m_directory;
+    bool m_wasSkipped = false;
 };
 
 namespace {
@@ -322,10 +328,11 @@ bool run(QStringList command, const QString& directory)
            process.exitCode() == 0;
 }
 
-void compareWith(const Tool& tool)
+void compareWith(const Tool& tool, bool& wasSkipped)
 {
     const QTemporaryDir directory;
     if (!run(tool.check, directory.path())) {
+        wasSkipped = true;
         QSKIP("it is not installed");
     }
     const auto path = [&directory](std::size_t number, const char* suffix) {
@@ -375,19 +382,26 @@ void TestMalformedRecords::ourVerdict()
 void TestMalformedRecords::verdictsOfSrecCat()
 {
     const QString command = QStringLiteral("srec_cat $f -intel -o $f.bin -binary");
-    compareWith(shellTool(QStringLiteral("srec_cat"), command, &Case::srecCat));
+    compareWith(shellTool(QStringLiteral("srec_cat"), command, &Case::srecCat), m_wasSkipped);
 }
 
 void TestMalformedRecords::verdictsOfObjcopy()
 {
     const QString command = QStringLiteral("objcopy -I ihex -O binary $f $f.bin");
-    compareWith(shellTool(QStringLiteral("objcopy"), command, &Case::objcopy));
+    compareWith(shellTool(QStringLiteral("objcopy"), command, &Case::objcopy), m_wasSkipped);
 }
 
 void TestMalformedRecords::verdictsOfIntelhexForPython()
 {
-    compareWith(pythonTool());
+    compareWith(pythonTool(), m_wasSkipped);
 }
 
-QTEST_GUILESS_MAIN(TestMalformedRecords)
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    TestMalformedRecords test;
+    const int failures = QTest::qExec(&test, argc, argv);
+    return support::exitStatus(failures, test.wasSkipped());
+}
+
 #include "test_malformedrecords.moc"

@@ -8,17 +8,21 @@
 #include <QFile>
 #include <QString>
 
+#include <array>
 #include <csignal>
 
 #include <fcntl.h>
+#include <linux/capability.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 /// What the tests of files ask of the system underneath.
 namespace support {
 
-/// Root may read and write everything; while this lives, the test is nobody in particular.
+/// Root may read and write everything, and so may any user in a namespace of their own; while this
+/// lives, the test is nobody in particular.
 class WithoutPrivileges
 {
 public:
@@ -29,17 +33,38 @@ public:
         if (m_user == 0 && setresuid(nobody, nobody, m_user) != 0) {
             qFatal("cannot give up root for a while");
         }
+        if (m_user != 0) {
+            renounce();
+        }
     }
     ~WithoutPrivileges()
     {
-        if (geteuid() != m_user && setresuid(m_user, m_user, m_user) != 0) {
-            qFatal("cannot become root again");
+        const bool isBack = m_user == 0
+                                ? setresuid(m_user, m_user, m_user) == 0
+                                : syscall(SYS_capset, &m_header, m_capabilities.data()) == 0;
+        if (!isBack) {
+            qFatal("cannot take privileges back");
         }
     }
     Q_DISABLE_COPY_MOVE(WithoutPrivileges)
 
 private:
+    void renounce()
+    {
+        bool isDone = syscall(SYS_capget, &m_header, m_capabilities.data()) == 0;
+        auto none = m_capabilities;
+        for (__user_cap_data_struct& part : none) {
+            part.effective = 0;
+        }
+        isDone = isDone && syscall(SYS_capset, &m_header, none.data()) == 0;
+        if (!isDone) {
+            qFatal("cannot give up privileges for a while");
+        }
+    }
+
     uid_t m_user;
+    __user_cap_header_struct m_header{_LINUX_CAPABILITY_VERSION_3, 0};
+    std::array<__user_cap_data_struct, _LINUX_CAPABILITY_U32S_3> m_capabilities{};
 };
 
 /// Lets a file grow to this many bytes and no further, as a disk does that fills up.

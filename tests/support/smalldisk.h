@@ -61,8 +61,9 @@ inline void enterNamespaceUnlessRoot()
         return;
     }
     writeFile(QStringLiteral("/proc/self/setgroups"), "deny");
-    writeFile(QStringLiteral("/proc/self/uid_map"), "0 " + user + " 1");
-    writeFile(QStringLiteral("/proc/self/gid_map"), "0 " + group + " 1");
+    // Not as its root, who could not become somebody else there.
+    writeFile(QStringLiteral("/proc/self/uid_map"), user + ' ' + user + " 1");
+    writeFile(QStringLiteral("/proc/self/gid_map"), group + ' ' + group + " 1");
 }
 
 } // namespace support
