@@ -59,7 +59,8 @@ bool overwrite(const QString& path, const QByteArray& text)
         file.resize(oldSize);
         return false;
     }
-    if (!file.seek(0) || file.write(text.constData(), old.size()) != old.size()) {
+    if (!file.seek(0) || file.write(text.constData(), old.size()) != old.size() ||
+        !isStored(file)) {
         file.seek(0);
         file.write(old);
         file.resize(oldSize);

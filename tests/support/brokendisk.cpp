@@ -23,6 +23,11 @@ int fail(int error)
     return -1;
 }
 
+bool isSyncRefused()
+{
+    return fault.syncError != 0 && fault.goodSyncs-- <= 0;
+}
+
 bool isRegular(int file)
 {
     struct stat state = {};
@@ -50,14 +55,12 @@ Q_DECL_EXPORT ssize_t write(int file, const void* bytes, size_t count)
 
 Q_DECL_EXPORT int fsync(int file)
 {
-    return fault.syncError != 0 ? fail(fault.syncError)
-                                : static_cast<int>(syscall(SYS_fsync, file));
+    return isSyncRefused() ? fail(fault.syncError) : static_cast<int>(syscall(SYS_fsync, file));
 }
 
 Q_DECL_EXPORT int fdatasync(int file)
 {
-    return fault.syncError != 0 ? fail(fault.syncError)
-                                : static_cast<int>(syscall(SYS_fdatasync, file));
+    return isSyncRefused() ? fail(fault.syncError) : static_cast<int>(syscall(SYS_fdatasync, file));
 }
 
 Q_DECL_EXPORT int linkat(int fromDirectory, const char* from, int toDirectory, const char* to,

@@ -13,6 +13,7 @@ struct DiskFault
 {
     int room = -1; ///< bytes that can still be written; any number of them if negative
     int syncError = 0;
+    int goodSyncs = 0; ///< before the first that fails
     int linkError = 0;
     int renameError = 0;
     bool hasUnnamedFiles = true; ///< whether a file can be made that has no name yet

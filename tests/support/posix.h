@@ -90,11 +90,19 @@ private:
     void (*m_handler)(int);
 };
 
-/// A temporary directory is its owner's alone; after this, others reach the files in it.
+/// A temporary directory is its owner's alone; after this, others reach the files in it. False
+/// where a directory above keeps them out.
 [[nodiscard]] inline bool letOthersIn(const QString& directory)
 {
     constexpr mode_t everybodyReads = 0755;
-    return chmod(QFile::encodeName(directory).constData(), everybodyReads) == 0;
+    if (chmod(QFile::encodeName(directory).constData(), everybodyReads) != 0) {
+        return false;
+    }
+    QFileInfo above(QFileInfo(directory).canonicalPath());
+    while (!above.isRoot() && above.permission(QFileDevice::ExeOther)) {
+        above.setFile(above.canonicalPath());
+    }
+    return above.isRoot();
 }
 
 /// How many of this process's files are the one with this path.
