@@ -17,6 +17,19 @@ using editor::cellMargin;
 
 constexpr int arrowSize = 8; // pixels
 
+/// Styles keep what they have drawn by the palette's key: boxes that look alike share one palette,
+/// or each would have an arrow of its own drawn and kept.
+const QPalette& arrowPalette(const QPalette& boxPalette)
+{
+    static QPalette shared;
+    QPalette palette = boxPalette;
+    palette.setColor(QPalette::ButtonText, editor::quietColor(boxPalette));
+    if (shared != palette) {
+        shared = palette;
+    }
+    return shared;
+}
+
 } // namespace
 
 cMyOptionBox::cMyOptionBox(QWidget* parent) : QComboBox(parent) {}
@@ -87,7 +100,8 @@ void cMyOptionBox::paintCell()
     editor::paintCellFrame(painter, *this, option.state.testFlag(QStyle::State_On));
     const QRect textRect = cellTextRect();
     const QString text = m_labels->label(currentIndex(), textRect.width());
-    if (fontMetrics().horizontalAdvance(text) + cellMargin + arrowSize <= textRect.width()) {
+    const int advance = m_labels->advance(currentIndex(), textRect.width());
+    if (advance + cellMargin + arrowSize <= textRect.width()) {
         paintArrow(painter, textRect, option);
     }
     const auto colours = isEnabled() ? QPalette::Active : QPalette::Disabled;
@@ -103,20 +117,8 @@ void cMyOptionBox::paintArrow(QStylePainter& painter, const QRect& within,
     arrow.rect =
         QRect(within.right() + 1 - arrowSize, (height() - arrowSize) / 2, arrowSize, arrowSize);
     arrow.rect = QStyle::visualRect(layoutDirection(), rect(), arrow.rect);
-    arrow.palette = arrowPalette();
+    arrow.palette = arrowPalette(palette());
     painter.drawPrimitive(QStyle::PE_IndicatorArrowDown, arrow);
-}
-
-const QPalette& cMyOptionBox::arrowPalette()
-{
-    // Styles keep what they have drawn by the palette's key, and a changed palette has a new one:
-    // one that was changed for each painting would fill their cache.
-    if (m_arrowPaletteSource != palette().cacheKey()) {
-        m_arrowPaletteSource = palette().cacheKey();
-        m_arrowPalette = palette();
-        m_arrowPalette.setColor(QPalette::ButtonText, editor::quietColor(palette()));
-    }
-    return m_arrowPalette;
 }
 
 QString cMyOptionBox::toolTipText() const

@@ -5,7 +5,6 @@
 #define MIOLKA_EDITOR_OPTIONBOX_H
 
 #include <QComboBox>
-#include <QPalette>
 
 #include <memory>
 
@@ -42,15 +41,12 @@ protected:
 private:
     void paintCell();
     void paintArrow(QStylePainter& painter, const QRect& within, const QStyleOption& option);
-    const QPalette& arrowPalette();
     [[nodiscard]] QRect cellTextRect() const;
     [[nodiscard]] QString toolTipText() const;
 
     std::shared_ptr<cMyShortLabels> m_labels; ///< of a cell
     int m_leastWidth = 0;
     bool m_isQuiet = false;
-    QPalette m_arrowPalette;
-    qint64 m_arrowPaletteSource = 0; ///< key of the palette that it was made from
 };
 
 #endif

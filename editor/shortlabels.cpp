@@ -58,6 +58,13 @@ QString cMyShortLabels::label(int row, int width)
     return m_short.value(row);
 }
 
+int cMyShortLabels::advance(int row, int width)
+{
+    const QString shown = label(row, width);
+    return shown == m_labels.value(row) ? m_advances.value(row)
+                                        : m_metrics.horizontalAdvance(shown);
+}
+
 void cMyShortLabels::shorten(int width)
 {
     m_width = width;

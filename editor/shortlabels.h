@@ -29,6 +29,9 @@ public:
     /// The label of a row in no more than width pixels. The labels of one width are kept.
     [[nodiscard]] QString label(int row, int width);
 
+    /// What that label takes, in pixels.
+    [[nodiscard]] int advance(int row, int width);
+
 private:
     void shorten(int width);
     [[nodiscard]] QString shortened(int row, int width, const Way& way) const;

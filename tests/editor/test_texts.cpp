@@ -50,7 +50,8 @@ void TestTexts::shortLabelsAreDistinctAndFit()
             QSet<QString> seen;
             for (int row = 0; row < labels.size(); ++row) {
                 const QString label = shortened.label(row, width);
-                QVERIFY2(metrics.horizontalAdvance(label) <= width, qPrintable(label));
+                QCOMPARE(shortened.advance(row, width), metrics.horizontalAdvance(label));
+                QVERIFY2(shortened.advance(row, width) <= width, qPrintable(label));
                 QVERIFY2(!seen.contains(label), qPrintable(label));
                 seen.insert(label);
             }
@@ -74,6 +75,7 @@ void TestTexts::labelsThatFitAreWhole()
     QVERIFY(labels.label(2, narrow).startsWith(QLatin1String("if timer 1 is s")));
     QCOMPARE(labels.label(-1, narrow), QString());
     QCOMPARE(labels.label(5, narrow), QString());
+    QCOMPARE(labels.advance(-1, narrow), 0);
     // Too narrow for anything: cut off by the edge, not a mere gap.
     QCOMPARE(labels.label(0, 0), timer);
 }
