@@ -4,6 +4,7 @@
 #include "app/mainwindow.h"
 #include "app/startup.h"
 #include "bench/echopeer.h"
+#include "bench/processortime.h"
 #include "device/miolka.h"
 #include "device/transferprogress.h"
 #include "image/memoryarea.h"
@@ -38,15 +39,6 @@ QStringList recordLines(int count)
         lines.append(QString::fromStdString(record));
     }
     return lines;
-}
-
-double processorTime()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec);
-    const auto rest = static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec);
-    return seconds + rest / microsecondsPerSecond;
 }
 
 long peakBytes()
@@ -135,12 +127,12 @@ void linked(benchmark::State& state, long delay, Dialog dialog, Log log)
     QStringList lines = recordLines(count);
     double processor = 0;
     for ([[maybe_unused]] auto iteration : state) {
-        const double before = processorTime();
+        const double before = bench::processorTime(CLOCK_PROCESS_CPUTIME_ID);
         const auto start = std::chrono::steady_clock::now();
         bench.write(lines, dialog);
         const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
         state.SetIterationTime(took.count() / count);
-        processor = (processorTime() - before) / count;
+        processor = (bench::processorTime(CLOCK_PROCESS_CPUTIME_ID) - before) / count;
     }
     state.counters["processor_us"] = processor * microsecondsPerSecond;
 }

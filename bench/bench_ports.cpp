@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "bench/processortime.h"
 #include "device/portselect.h"
 
 #include <QApplication>
@@ -16,15 +17,6 @@ namespace {
 
 constexpr int settlingTime = 4000; // milliseconds: right after its start it looks more often
 constexpr int watchedTime = 10000; // milliseconds: two looks, and a hundred ticks
-
-double processorTime()
-{
-    constexpr double nanosecondsPerSecond = 1e9;
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) +
-           static_cast<double>(time.tv_nsec) / nanosecondsPerSecond;
-}
 
 void runFor(int milliseconds)
 {
@@ -57,12 +49,12 @@ void share(benchmark::State& state)
     const cMyPortSelect select(nullptr);
     runFor(settlingTime);
     for ([[maybe_unused]] auto iteration : state) {
-        const double before = processorTime();
+        const double before = bench::processorTime(CLOCK_PROCESS_CPUTIME_ID);
         runFor(watchedTime);
         constexpr double millisecondsPerSecond = 1000;
         constexpr double percent = 100;
-        state.counters["percent"] =
-            (processorTime() - before) * millisecondsPerSecond / watchedTime * percent;
+        state.counters["percent"] = (bench::processorTime(CLOCK_PROCESS_CPUTIME_ID) - before) *
+                                    millisecondsPerSecond / watchedTime * percent;
     }
 }
 

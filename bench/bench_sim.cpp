@@ -3,6 +3,7 @@
 
 #include "app/startup.h"
 #include "bench/echopeer.h"
+#include "bench/processortime.h"
 #include "device/protocol.h"
 #include "image/hexrecord.h"
 #include "sim/simwidget.h"
@@ -53,21 +54,11 @@ std::vector<std::string> cycleLines()
     return ended;
 }
 
-/// What the calling thread has had of its processor, in seconds.
-double processorTime()
-{
-    constexpr double nanosecondsPerSecond = 1e9;
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) +
-           static_cast<double>(time.tv_nsec) / nanosecondsPerSecond;
-}
-
 /// A moment in a thread: by the clock and by what the thread has had of its processor.
 struct Moment
 {
     std::chrono::steady_clock::time_point time = std::chrono::steady_clock::now();
-    double processor = processorTime();
+    double processor = bench::processorTime(CLOCK_THREAD_CPUTIME_ID);
 
     [[nodiscard]] double since(const Moment& start) const
     {
@@ -174,14 +165,15 @@ void bare(benchmark::State& state, long delay)
     const bench::EchoPeer peer(delay, bench::Values::Counted);
     const std::vector<std::string> lines = cycleLines();
     for ([[maybe_unused]] auto iteration : state) {
-        const double before = processorTime();
+        const double before = bench::processorTime(CLOCK_THREAD_CPUTIME_ID);
         const double seconds = bench::bareExchange(peer.path(), lines, count);
         if (seconds < 0) {
             state.SkipWithError("the line broke");
             return;
         }
         state.SetIterationTime(seconds / count);
-        state.counters["processor_us"] = (processorTime() - before) / count * microsecondsPerSecond;
+        state.counters["processor_us"] = (bench::processorTime(CLOCK_THREAD_CPUTIME_ID) - before) /
+                                         count * microsecondsPerSecond;
     }
 }
 
@@ -226,12 +218,13 @@ void shown(benchmark::State& state, long delay)
     const Paints paints(label);
     for ([[maybe_unused]] auto iteration : state) {
         Cycles cycles(count);
-        const double start = processorTime();
+        const double start = bench::processorTime(CLOCK_THREAD_CPUTIME_ID);
         panel.findChild<QPushButton*>(QStringLiteral("pbStartSim"))->click();
         bench::pinTo(windowProcessor);
         loop.exec();
         bench::pinTo(workerProcessor);
-        state.counters["window_us"] = (processorTime() - start) / count * microsecondsPerSecond;
+        state.counters["window_us"] =
+            (bench::processorTime(CLOCK_THREAD_CPUTIME_ID) - start) / count * microsecondsPerSecond;
         report(state, cycles);
     }
     if (!paints.hasSome() || label->text() == before) {
