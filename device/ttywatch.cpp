@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto restlessTime = 3s;
-constexpr auto longestRest = 5s;
+constexpr auto longestRest = 10s;
 
 #ifdef Q_OS_LINUX
 struct CloseDirectory
@@ -25,22 +25,22 @@ struct CloseDirectory
     void operator()(DIR* directory) const { closedir(directory); }
 };
 
-/// Names only: anything that also looks at the entries takes ten times as long. Nothing if the
-/// list is there and cannot be read; a system without one has no ports.
-std::optional<std::vector<std::string>> ttyNames()
+/// Names and node numbers only: anything that also looks at the entries takes ten times as long.
+/// Nothing if the list is there and cannot be read; a system without one has no ports.
+std::optional<std::vector<cMyTtyWatch::Entry>> ttyEntries()
 {
-    std::vector<std::string> names;
+    std::vector<cMyTtyWatch::Entry> entries;
     const std::unique_ptr<DIR, CloseDirectory> directory(opendir("/sys/class/tty"));
     if (directory == nullptr) {
-        return errno == ENOENT ? std::make_optional(names) : std::nullopt;
+        return errno == ENOENT ? std::make_optional(entries) : std::nullopt;
     }
     // The stream is ours alone.
     // NOLINTNEXTLINE(concurrency-mt-unsafe)
     while (const dirent* const entry = readdir(directory.get())) {
-        names.emplace_back(static_cast<const char*>(entry->d_name));
+        entries.emplace_back(static_cast<const char*>(entry->d_name), entry->d_ino);
     }
-    std::sort(names.begin(), names.end());
-    return names;
+    std::sort(entries.begin(), entries.end());
+    return entries;
 }
 #endif
 
@@ -51,12 +51,12 @@ cMyTtyWatch::cMyTtyWatch() : m_restless(restlessTime), m_nextLook(0) {}
 bool cMyTtyWatch::isWorthLooking()
 {
 #ifdef Q_OS_LINUX
-    auto names = ttyNames();
-    if (!names) {
+    auto entries = ttyEntries();
+    if (!entries) {
         return true;
     }
-    if (names != m_names) {
-        m_names = std::move(names);
+    if (entries != m_entries) {
+        m_entries = std::move(entries);
         m_restless.setRemainingTime(restlessTime);
     }
     if (m_restless.hasExpired() && !m_nextLook.hasExpired()) {

@@ -6,8 +6,10 @@
 
 #include <QDeadlineTimer>
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// Tells when it is worth asking the system for its serial ports, which costs some milliseconds.
@@ -17,13 +19,17 @@
 class cMyTtyWatch
 {
 public:
+    /// A port in that list: its name, and the number of the list's entry, which is another one when
+    /// a port goes and comes back between two looks.
+    using Entry = std::pair<std::string, std::uint64_t>;
+
     cMyTtyWatch();
 
     /// To be asked whenever the ports could be looked at; true the first time.
     bool isWorthLooking();
 
 private:
-    std::optional<std::vector<std::string>> m_names;
+    std::optional<std::vector<Entry>> m_entries;
     QDeadlineTimer m_restless; ///< until then the last change may not be complete
     QDeadlineTimer m_nextLook;
 };
