@@ -4,6 +4,7 @@
 #include "device/portselect.h"
 #include "device/ttywatch.h"
 #include "tests/support/mockedports.h"
+#include "tests/support/posix.h"
 
 #include <QTimer>
 
@@ -68,6 +69,32 @@ const QString first = QStringLiteral("ttyACM0");
 const QString second = QStringLiteral("ttyACM1");
 const QString third = QStringLiteral("ttyACM2");
 constexpr int severalTicks = 350; // ms
+
+/// Occupies the nodes that have become free where the mocked ports lie. A disk gives the number of
+/// a deleted file to the next one; the system gives a port a new one each time.
+class FreeNodesTaken
+{
+public:
+    FreeNodesTaken()
+    {
+        constexpr int plenty = 200;
+        for (int i = 0; i < plenty; ++i) {
+            m_names.append(
+                QStringLiteral("%1/node%2").arg(qEnvironmentVariable("UMOCKDEV_DIR")).arg(i));
+            support::writeFile(m_names.last(), QByteArray());
+        }
+    }
+    ~FreeNodesTaken()
+    {
+        for (const QString& name : m_names) {
+            QFile::remove(name);
+        }
+    }
+    Q_DISABLE_COPY_MOVE(FreeNodesTaken)
+
+private:
+    QStringList m_names;
+};
 
 } // namespace
 
@@ -325,7 +352,10 @@ void TestPortSelect::theSystemIsAskedOnlyWhenItMatters()
     watch.isWorthLooking();
     QVERIFY(!watch.isWorthLooking());
     m_ports->unplug(first);
-    m_ports->plug(first); // back before anybody looked
+    {
+        const FreeNodesTaken taken;
+        m_ports->plug(first); // back before anybody looked
+    }
     QVERIFY(watch.isWorthLooking());
     m_ports->unplug(first);
     QVERIFY(watch.isWorthLooking());
