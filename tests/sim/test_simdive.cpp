@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "tests/support/serveddevice.h"
 #include "tests/sim/simulation.h"
+#include "tests/support/serveddevice.h"
 
 #include <QElapsedTimer>
 #include <QtTest>

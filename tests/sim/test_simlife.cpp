@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "sim/simwidget.h"
-#include "tests/support/serveddevice.h"
 #include "tests/sim/simulation.h"
 #include "tests/support/guitest.h"
+#include "tests/support/serveddevice.h"
 
 #include <QDir>
 #include <QElapsedTimer>
