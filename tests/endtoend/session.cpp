@@ -3,6 +3,7 @@
 
 #include "tests/endtoend/session.h"
 
+#include <QDebug>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -320,7 +321,12 @@ std::optional<int> Session::exitStatus(int milliseconds)
     if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(milliseconds)) {
         return std::nullopt;
     }
-    return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    const int status = m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    if (status != 0) {
+        constexpr int mostTold = 4000;
+        qWarning().noquote() << "It ended with" << status << "after:\n" << logged().right(mostTold);
+    }
+    return status;
 }
 
 } // namespace support
