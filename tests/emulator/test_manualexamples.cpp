@@ -5,6 +5,7 @@
 #include "image/settingsfile.h"
 #include "tests/emulator/divingsession.h"
 #include "tests/emulator/manualexample.h"
+#include "tests/support/posix.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -46,12 +47,6 @@ const char* const messageMembers[] = {"condition", "measuredValue", "comparison"
 QString settingsPath(const QString& name)
 {
     return QStringLiteral(MIOLKA_SOURCE_DIR "/docs/examples/%1.mio").arg(name);
-}
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 const ManualExample& example()
@@ -219,7 +214,7 @@ void TestManualExamples::aFileIsAsTheProgramSavesIt()
     cMyMemoryArea settings;
     load(example(), settings);
     QVERIFY(image::writeSettingsFile(copy, settings));
-    QCOMPARE(contents(settingsPath(example().name)), contents(copy));
+    QCOMPARE(support::readFile(settingsPath(example().name)), support::readFile(copy));
 }
 
 void TestManualExamples::everyChangedSettingIsInTheTable_data()
@@ -266,10 +261,10 @@ void TestManualExamples::theDiveIsHeardAsPrinted()
 void TestManualExamples::theRecordsInTheAppendixAreInTheFile()
 {
     const QStringList file =
-        QString::fromLatin1(contents(settingsPath(QStringLiteral("depth-every-5-m"))))
+        QString::fromLatin1(support::readFile(settingsPath(QStringLiteral("depth-every-5-m"))))
             .split(QLatin1Char('\n'));
-    const QString appendix = QString::fromUtf8(
-        contents(QStringLiteral(MIOLKA_SOURCE_DIR "/docs/manual/chapters/A-file-format.md")));
+    const QString appendix = QString::fromUtf8(support::readFile(
+        QStringLiteral(MIOLKA_SOURCE_DIR "/docs/manual/chapters/A-file-format.md")));
     const QStringList blocks = appendix.split(QStringLiteral("```record\n"));
     QVERIFY(blocks.size() > 1);
     for (const QString& block : blocks.mid(1)) {

@@ -4,9 +4,8 @@
 #include "tests/endtoend/exchanges.h"
 
 #include "tests/endtoend/devicework.h"
+#include "tests/support/contents.h"
 #include "tests/support/librarytext.h"
-
-#include <QFile>
 
 #include <algorithm>
 
@@ -58,11 +57,10 @@ QString wholeTransfer(Session& session, const char* action)
 QString beginShortUpload(Session& session)
 {
     constexpr int recordSize = 16;
-    QFile file(session.path(QStringLiteral("short.mia")));
+    const QString path = session.path(QStringLiteral("short.mia"));
     const QByteArray text = libraryText(QByteArray(libraryRecords * recordSize, 'x'));
-    const bool isWritten =
-        file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
-    return isWritten ? beginUpload(session, file.fileName()) : file.errorString();
+    return replaceContents(path, text) ? beginUpload(session, path)
+                                       : QStringLiteral("the library cannot be written");
 }
 
 } // namespace
@@ -256,8 +254,7 @@ QByteArray saved(Session& session)
     static int number = 0;
     const QString path = session.path(QStringLiteral("saved%1.mio").arg(++number));
     const QString error = saveAs(session, path);
-    QFile file(path);
-    return error.isEmpty() && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return error.isEmpty() ? contentsOf(path) : QByteArray();
 }
 
 QString exchangeEverything(Session& session)

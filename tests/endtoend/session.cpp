@@ -3,6 +3,8 @@
 
 #include "tests/endtoend/session.h"
 
+#include "tests/support/contents.h"
+
 #include <QDebug>
 #include <QDir>
 #include <QElapsedTimer>
@@ -27,12 +29,6 @@ constexpr unsigned long pause = 10;
 const QString controlName = QStringLiteral("control");
 const QString traceName = QStringLiteral("trace");
 const QString logName = QStringLiteral("log");
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 } // namespace
 
@@ -266,13 +262,13 @@ qint64 Session::programId() const
     }
     // The process that was started is the emulator, and the program its only child.
     const QString children = QStringLiteral("/proc/%1/task/%1/children").arg(processId());
-    return contents(children).trimmed().toLongLong();
+    return contentsOf(children).trimmed().toLongLong();
 }
 
 QProcessEnvironment Session::programEnvironment() const
 {
     QProcessEnvironment environment;
-    const QByteArray all = contents(QStringLiteral("/proc/%1/environ").arg(programId()));
+    const QByteArray all = contentsOf(QStringLiteral("/proc/%1/environ").arg(programId()));
     const QList<QByteArray> entries = all.split('\0');
     for (const QByteArray& entry : entries) {
         const int sign = entry.indexOf('=');
@@ -295,14 +291,14 @@ QString Session::tracePath() const
 
 QStringList Session::trace() const
 {
-    QStringList lines = QString::fromLatin1(contents(tracePath())).split(QLatin1Char('\n'));
+    QStringList lines = QString::fromLatin1(contentsOf(tracePath())).split(QLatin1Char('\n'));
     lines.removeLast(); // not ended yet
     return lines;
 }
 
 QString Session::logged() const
 {
-    return QString::fromUtf8(contents(path(logName)));
+    return QString::fromUtf8(contentsOf(path(logName)));
 }
 
 void Session::pauseProgram(int milliseconds)

@@ -6,6 +6,7 @@
 #include "tests/endtoend/devicework.h"
 #include "tests/endtoend/divelog.h"
 #include "tests/endtoend/exchanges.h"
+#include "tests/support/contents.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,12 +18,6 @@ namespace {
 
 constexpr int nameWidth = 17;
 constexpr int narrowest = 8;
-
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 QStringList entries(const QString& directory)
 {
@@ -146,7 +141,8 @@ Holdings SoakTable::holdings() const
 {
     const QString process = QStringLiteral("/proc/%1/").arg(m_session.programId());
     static const QRegularExpression resident(QStringLiteral("VmRSS:\\s+([0-9]+) kB"));
-    const QString status = QString::fromLatin1(readAll(process + QStringLiteral("status")));
+    const QString status =
+        QString::fromLatin1(support::contentsOf(process + QStringLiteral("status")));
     Holdings held;
     held.memory = resident.match(status).captured(1).toInt();
     held.threads = entries(process + QStringLiteral("task")).size();

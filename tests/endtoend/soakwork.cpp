@@ -6,6 +6,7 @@
 #include "emulator/statefile.h"
 #include "tests/endtoend/devicework.h"
 #include "tests/endtoend/divework.h"
+#include "tests/support/contents.h"
 #include "tests/support/librarytext.h"
 
 #include <QFile>
@@ -23,18 +24,6 @@ constexpr int parametersPage = 1;
 
 constexpr int wordsOfTransfer = 4;
 constexpr int recordHeader = 9; ///< characters: colon, count, offset, type
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool replace(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
-}
 
 /// The first answer that does not belong to its line; empty if all do. A word is echoed, and so is
 /// a record that is written; one that is read comes back with the device's bytes.
@@ -139,7 +128,7 @@ QString SoakWork::prepare()
         return m_session.error();
     }
     m_log = std::make_unique<support::DiveLog>(m_session);
-    const QString file = contents(QStringLiteral(MIOLKA_SOURCE_DIR "/docs/example.mio"));
+    const QString file = support::contentsOf(QStringLiteral(MIOLKA_SOURCE_DIR "/docs/example.mio"));
     m_settings = file.split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
     QString error = plugInForStatus(m_session);
     if (error.isEmpty()) {
@@ -308,7 +297,7 @@ QString SoakWork::checkSettings()
     const QString path = m_session.path(QStringLiteral("saved.mio"));
     QFile::remove(path);
     const QString error = support::saveAs(m_session, path);
-    const bool isSame = contents(path) == m_settings.join(QLatin1Char('\n')).toLatin1();
+    const bool isSame = support::contentsOf(path) == m_settings.join(QLatin1Char('\n')).toLatin1();
     return error.isEmpty() && !isSame
                ? QStringLiteral("other settings are saved than the device holds")
                : error;
@@ -330,7 +319,7 @@ QString SoakWork::upload()
     m_library = support::libraryImage(librarySize, m_random.generate(), m_language.toLatin1(),
                                       QByteArray(1, static_cast<char>(number)) + "\2\3\4");
     const QString path = m_session.path(QStringLiteral("library.mia"));
-    if (!replace(path, support::libraryText(m_library))) {
+    if (!support::replaceContents(path, support::libraryText(m_library))) {
         return QStringLiteral("the library cannot be written");
     }
     m_log->update();

@@ -4,9 +4,9 @@
 #include "tests/endtoend/tour.h"
 
 #include "tests/endtoend/devicework.h"
+#include "tests/support/contents.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QTextStream>
 
 namespace {
@@ -29,12 +29,6 @@ support::SessionOptions withVirtualDevice()
     options.emulatorOptions =
         QStringList{QStringLiteral("--unplugged"), QStringLiteral("--settings"), exampleFile};
     return options;
-}
-
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -96,7 +90,7 @@ bool Tour::photograph(const QString& name)
 
 QByteArray Tour::contents(const QString& name) const
 {
-    return readAll(m_session.path(name));
+    return support::contentsOf(m_session.path(name));
 }
 
 Tour::Outcome Tour::startWithoutDevice()
@@ -190,7 +184,7 @@ Tour::Outcome Tour::read()
         return {{}, QStringLiteral("the title is \"%1\"").arg(title)};
     }
     const QString error = support::saveAs(m_session, m_session.path(deviceFile));
-    if (error.isEmpty() && contents(deviceFile) != readAll(exampleFile)) {
+    if (error.isEmpty() && contents(deviceFile) != support::contentsOf(exampleFile)) {
         return {{}, QStringLiteral("what was read is not what the device held")};
     }
     return {QStringLiteral("\"%1\", byte for byte what the device held").arg(title), error};
