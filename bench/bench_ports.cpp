@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int settlingTime = 4000; // milliseconds: right after its start it looks more often
-constexpr int watchedTime = 10000; // milliseconds: two looks, and a hundred ticks
+constexpr int watchedTime = 20000; // milliseconds: two looks, and two hundred ticks
 
 void runFor(int milliseconds)
 {

@@ -35,7 +35,7 @@ private:
     {
         return m_directory->filePath(QStringLiteral("settings.mio"));
     }
-    /// Tries to save; false, after saying what is wrong, if anything is not as it was.
+    /// Tries to save, which must fail, be told of, and leave everything as it was.
     void verifyRefused(cMyMemoryArea& area, const DiskFault& fault);
 
     std::unique_ptr<QTemporaryDir> m_directory;
