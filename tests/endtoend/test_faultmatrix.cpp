@@ -152,10 +152,10 @@ void TestFaultMatrix::endsAndRecovers()
           qPrintable(trial.outcome()), gap);
     QCOMPARE(boxes, end == End::Loss ? 1 : 0);
     QVERIFY(gap > 0);
-#ifdef NDEBUG
-    constexpr int longest = 200;
-    QVERIFY2(gap < longest, qPrintable(QStringLiteral("%1 ms").arg(gap)));
-#endif
+    // A window that waited for the device would stand still until the device is given up. How soon
+    // it reacts is for the benchmarks to tell: here other tests run beside it.
+    constexpr int leastPatience = 3000;
+    QVERIFY2(gap < leastPatience, qPrintable(QStringLiteral("%1 ms").arg(gap)));
     QCOMPARE(trial.recover(), QString());
     QCOMPARE(support::errorBoxes(m_session->takeDialogs()), 0);
 }
