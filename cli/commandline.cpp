@@ -1,0 +1,142 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/commandtable.h"
+#include "cli/invocation.h"
+
+#include <QCommandLineParser>
+
+namespace {
+
+QStringList names(const cMyOption& option)
+{
+    QStringList names{QLatin1String(option.name)};
+    if (option.letter != '\0') {
+        names.prepend(QString(QLatin1Char(option.letter)));
+    }
+    return names;
+}
+
+void addOptions(QCommandLineParser& parser, const QVector<cMyOption>& options)
+{
+    for (const cMyOption& option : options) {
+        // Commands share some options, and the first look at the line is for all of them.
+        parser.addOption(QCommandLineOption(names(option), QLatin1String(option.summary),
+                                            QLatin1String(option.valueName)));
+    }
+}
+
+/// The first operand of a line, whichever command it is.
+QString commandName(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    addOptions(parser, cli::commonOptions());
+    QStringList known;
+    for (const cMyCommand& command : cli::commands()) {
+        for (const cMyOption& option : command.options) {
+            if (!known.contains(QLatin1String(option.name))) {
+                known.append(QLatin1String(option.name));
+                addOptions(parser, {option});
+            }
+        }
+    }
+    parser.parse(arguments);
+    return parser.positionalArguments().value(0);
+}
+
+QString helpText(QCommandLineParser& parser, const cMyCommand* command)
+{
+    if (command == nullptr) {
+        QString text = QStringLiteral("The settings of the Miolka and the device itself from the "
+                                      "command line.\n\nCommands:\n");
+        for (const cMyCommand& row : cli::commands()) {
+            text += QStringLiteral("  %1 %2\n")
+                        .arg(QLatin1String(row.name), -12)
+                        .arg(QLatin1String(row.summary));
+        }
+        parser.setApplicationDescription(text);
+        parser.addPositionalArgument(QStringLiteral("command"), QString(),
+                                     QStringLiteral("COMMAND ..."));
+    } else {
+        parser.setApplicationDescription(QLatin1String(command->details));
+        parser.addPositionalArgument(QLatin1String(command->name), QString(),
+                                     cli::synopsis(*command));
+    }
+    return parser.helpText();
+}
+
+QString operandError(const cMyCommand& command, int count)
+{
+    int least = 0;
+    bool isOpen = false;
+    for (const cMyOperand& operand : command.operands) {
+        least += operand.isOptional ? 0 : 1;
+        isOpen = isOpen || operand.isRepeated;
+    }
+    if (count >= least && (isOpen || count <= command.operands.size())) {
+        return {};
+    }
+    return QStringLiteral("%1 (use: miolkactl %2)")
+        .arg(count < least ? QStringLiteral("an operand is missing")
+                           : QStringLiteral("too many operands"),
+             cli::synopsis(command));
+}
+
+cMyCommandLine failure(const QString& text)
+{
+    return {cMyCommandLine::Kind::Error, {}, text};
+}
+
+cMyInvocation invocationOf(const QCommandLineParser& parser, const cMyCommand& command)
+{
+    cMyInvocation invocation;
+    invocation.command = &command;
+    invocation.operands = parser.positionalArguments().mid(1);
+    for (const cMyOption& option : cli::commonOptions() + command.options) {
+        const QString name = QLatin1String(option.name);
+        if (parser.isSet(name)) {
+            invocation.options.insert(name,
+                                      *option.valueName == '\0' ? QString() : parser.value(name));
+        }
+    }
+    return invocation;
+}
+
+} // namespace
+
+namespace cli {
+
+cMyCommandLine parseCommandLine(const QStringList& arguments)
+{
+    const QString name = commandName(arguments);
+    const cMyCommand* command = findCommand(name);
+    QCommandLineParser parser;
+    addOptions(parser, commonOptions());
+    if (command != nullptr) {
+        addOptions(parser, command->options);
+    }
+    const bool isParsed = parser.parse(arguments);
+    if (parser.isSet(QStringLiteral("help"))) {
+        return {cMyCommandLine::Kind::Help, {}, helpText(parser, command)};
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        return {cMyCommandLine::Kind::Version, {}, QStringLiteral("miolkactl " MIOLKA_VERSION)};
+    }
+    if (name.isEmpty()) {
+        return failure(isParsed ? QStringLiteral("a command is missing (see miolkactl --help)")
+                                : parser.errorText());
+    }
+    if (command == nullptr) {
+        return failure(
+            QStringLiteral("there is no command \"%1\" (see miolkactl --help)").arg(name));
+    }
+    if (!isParsed) {
+        return failure(parser.errorText());
+    }
+    const cMyInvocation invocation = invocationOf(parser, *command);
+    const QString error = operandError(*command, invocation.operands.size());
+    return error.isEmpty() ? cMyCommandLine{cMyCommandLine::Kind::Command, invocation, {}}
+                           : failure(error);
+}
+
+} // namespace cli

@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_CLI_INTERRUPTION_H
+#define MIOLKA_CLI_INTERRUPTION_H
+
+/// Ctrl-C and a polite kill. The first asks whatever runs to stop in an orderly way; a second ends
+/// the program at once.
+namespace cli {
+
+/// To be called once, before anything is read or sent. Calls that wait are interrupted.
+void catchInterruptions();
+
+/// Whether the user wants to stop. Any thread.
+[[nodiscard]] bool isInterrupted();
+
+} // namespace cli
+
+#endif
