@@ -27,10 +27,6 @@ ExitStatus runDoctor(const cMyInvocation& /*i*/, cMyConsole& console)
     return pending(console);
 }
 
-ExitStatus runStatus(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
 ExitStatus runRead(const cMyInvocation& /*i*/, cMyConsole& console)
 {
     return pending(console);
@@ -92,11 +88,6 @@ ExitStatus runNew(const cMyInvocation& /*i*/, cMyConsole& console)
 ExitStatus runRehearse(const cMyInvocation& /*i*/, cMyConsole& console)
 {
     return pending(console);
-}
-
-cMyOutcome readDevice(const cMyInvocation& /*i*/, cMyConsole& /*console*/, cMyMemoryArea& /*image*/)
-{
-    return {ExitStatus::Protocol, {QStringLiteral("not there yet")}};
 }
 
 QVector<cMySettingsDifference> differences(const cMyMemoryArea& /*b*/, const cMyMemoryArea& /*a*/)
