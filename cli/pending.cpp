@@ -3,7 +3,6 @@
 
 #include "cli/commands.h"
 #include "cli/console.h"
-#include "cli/differences.h"
 #include "cli/settingsource.h"
 
 namespace {
@@ -97,21 +96,6 @@ ExitStatus runRehearse(const cMyInvocation& /*i*/, cMyConsole& console)
 cMyOutcome readDevice(const cMyInvocation& /*i*/, cMyConsole& /*console*/, cMyMemoryArea& /*image*/)
 {
     return {ExitStatus::Protocol, {QStringLiteral("not there yet")}};
-}
-
-QVector<cMySettingsDifference> differences(const cMyMemoryArea& /*b*/, const cMyMemoryArea& /*a*/)
-{
-    return {};
-}
-
-bool isDifferent(const QVector<cMySettingsDifference>& differences)
-{
-    return !differences.isEmpty();
-}
-
-QStringList differenceLines(const QVector<cMySettingsDifference>& /*differences*/)
-{
-    return {};
 }
 
 } // namespace cli
