@@ -3,7 +3,6 @@
 
 #include "cli/commands.h"
 #include "cli/console.h"
-#include "cli/differences.h"
 #include "cli/settingsource.h"
 
 namespace {
@@ -88,21 +87,6 @@ ExitStatus runNew(const cMyInvocation& /*i*/, cMyConsole& console)
 ExitStatus runRehearse(const cMyInvocation& /*i*/, cMyConsole& console)
 {
     return pending(console);
-}
-
-QVector<cMySettingsDifference> differences(const cMyMemoryArea& /*b*/, const cMyMemoryArea& /*a*/)
-{
-    return {};
-}
-
-bool isDifferent(const QVector<cMySettingsDifference>& differences)
-{
-    return !differences.isEmpty();
-}
-
-QStringList differenceLines(const QVector<cMySettingsDifference>& /*differences*/)
-{
-    return {};
 }
 
 } // namespace cli
