@@ -4,7 +4,6 @@
 #include "cli/devicememory.h"
 
 #include "cli/devicesession.h"
-#include "cli/settingsource.h"
 #include "device/replies.h"
 #include "device/requests.h"
 #include "image/memoryarea.h"
@@ -65,19 +64,6 @@ cMyOutcome writeSettings(cMyDeviceSession& session, const cMyMemoryArea& image)
     return session.exchange(QStringLiteral("Writing settings"),
                             device::writeRequest(EEPROM, records),
                             cMyDeviceSession::Answers::Echoes);
-}
-
-bool areSameFrom(int address, const cMyMemoryArea& one, const cMyMemoryArea& other)
-{
-    const auto size = static_cast<unsigned short>(image::settingsImageSize - address);
-    return one.data(address, size) == other.data(address, size);
-}
-
-cMyOutcome readDevice(const cMyInvocation& invocation, cMyConsole& console, cMyMemoryArea& image)
-{
-    cMyDeviceSession session(console);
-    const cMyOutcome outcome = session.open(invocation);
-    return outcome.isDone() ? readSettings(session, image) : outcome;
 }
 
 } // namespace cli

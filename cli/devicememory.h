@@ -29,9 +29,6 @@ namespace cli {
 /// answers.
 [[nodiscard]] cMyOutcome writeSettings(cMyDeviceSession& session, const cMyMemoryArea& image);
 
-/// Whether the bytes of two settings images are the same from an address on.
-[[nodiscard]] bool areSameFrom(int address, const cMyMemoryArea& one, const cMyMemoryArea& other);
-
 } // namespace cli
 
 #endif

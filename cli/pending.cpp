@@ -26,39 +26,6 @@ ExitStatus runDoctor(const cMyInvocation& /*i*/, cMyConsole& console)
     return pending(console);
 }
 
-ExitStatus runRead(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runWrite(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runVerify(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runUpload(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runReset(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runClearStats(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runPowerOff(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runBoot(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-
 ExitStatus runShow(const cMyInvocation& /*i*/, cMyConsole& console)
 {
     return pending(console);
