@@ -3,7 +3,6 @@
 
 #include "cli/commands.h"
 #include "cli/console.h"
-#include "cli/settingsource.h"
 
 namespace {
 
@@ -16,15 +15,6 @@ cli::ExitStatus pending(cMyConsole& console)
 } // namespace
 
 namespace cli {
-
-ExitStatus runPorts(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runDoctor(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
 
 ExitStatus runShow(const cMyInvocation& /*i*/, cMyConsole& console)
 {
@@ -50,7 +40,6 @@ ExitStatus runNew(const cMyInvocation& /*i*/, cMyConsole& console)
 {
     return pending(console);
 }
-
 ExitStatus runRehearse(const cMyInvocation& /*i*/, cMyConsole& console)
 {
     return pending(console);
