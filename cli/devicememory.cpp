@@ -62,8 +62,7 @@ cMyOutcome writeSettings(cMyDeviceSession& session, const cMyMemoryArea& image)
     const QStringList records =
         image.toHex(0, image::settingsImageSize, image::settingsRecordLength);
     return session.exchange(QStringLiteral("Writing settings"),
-                            device::writeRequest(EEPROM, records),
-                            cMyDeviceSession::Answers::Echoes);
+                            device::writeRequest(EEPROM, records), cMyDeviceSession::Answers::Any);
 }
 
 } // namespace cli

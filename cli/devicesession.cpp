@@ -63,17 +63,22 @@ cMyOutcome openTrace(const cMyInvocation& invocation, std::shared_ptr<cMyTrace>&
     return {};
 }
 
-bool isAnswer(const QString& line, const QString& reply, cMyDeviceSession::Answers answers)
+bool isEcho(const QString& line, const QString& reply)
 {
-    const QByteArray sent = line.trimmed().toLatin1();
-    const QByteArray text = reply.trimmed().toLatin1();
-    const auto asked = image::wholeRecord(sent);
-    if (answers == cMyDeviceSession::Answers::Echoes || !asked ||
-        asked->type != image::DataRecord) {
-        return sent.compare(text, Qt::CaseInsensitive) == 0;
-    }
-    const auto told = image::wholeRecord(text);
-    return told && image::isChecksumRight(*told) && told->type == asked->type &&
+    return line.trimmed().compare(reply.trimmed(), Qt::CaseInsensitive) == 0;
+}
+
+bool isDataRecord(const QString& line)
+{
+    const auto record = image::wholeRecord(line.trimmed().toLatin1());
+    return record && record->type == image::DataRecord;
+}
+
+bool isRecordFor(const QString& line, const QString& reply)
+{
+    const auto asked = image::wholeRecord(line.trimmed().toLatin1());
+    const auto told = image::wholeRecord(reply.trimmed().toLatin1());
+    return asked && told && image::isChecksumRight(*told) && told->type == asked->type &&
            told->offset == asked->offset && told->size == asked->size;
 }
 
@@ -174,9 +179,8 @@ cMyOutcome cMyDeviceSession::exchange(const QString& title, const QStringList& l
             outcome = cancelled(place);
         } else if (!ask(lines.at(i), reply)) {
             outcome = silence(place, lines.at(i));
-        } else if (!cli::isAnswer(lines.at(i), reply, answers)) {
-            outcome = nonsense(place, lines.at(i), reply);
         } else {
+            outcome = judge({place, lines.at(i), reply}, answers);
             m_console.progress(title, i + 1, total);
         }
         if (replies != nullptr) {
@@ -212,22 +216,34 @@ cMyOutcome cMyDeviceSession::silence(const QString& place, const QString& line)
     return {ExitStatus::Protocol, {what.arg(place, shown(line)), wayOut}};
 }
 
-cMyOutcome cMyDeviceSession::nonsense(const QString& place, const QString& line,
-                                      const QString& reply)
+cMyOutcome cMyDeviceSession::judge(const Reply& reply, Answers answers)
+{
+    if (answers == Answers::Records && cli::isDataRecord(reply.line)) {
+        return cli::isRecordFor(reply.line, reply.text) ? cMyOutcome() : nonsense(reply);
+    }
+    if (cli::isEcho(reply.line, reply.text)) {
+        m_hasEchoed = true;
+    } else if (!m_firstOther) {
+        m_firstOther = reply;
+    }
+    return m_hasEchoed && m_firstOther ? nonsense(*m_firstOther) : cMyOutcome();
+}
+
+cMyOutcome cMyDeviceSession::nonsense(const Reply& reply)
 {
     QString left;
     static_cast<void>(ask(rootLine, left));
     m_port.close();
     return {ExitStatus::Protocol,
             {QStringLiteral("%1 (%2): the device answers \"%3\", which is no answer to that")
-                 .arg(place, shown(line), shown(reply)),
+                 .arg(reply.place, shown(reply.line), shown(reply.text)),
              wayOut}};
 }
 
 cMyOutcome cMyDeviceSession::cancelled(const QString& place)
 {
     QString reply;
-    const bool isLeft = ask(rootLine, reply) && cli::isAnswer(rootLine, reply, Answers::Echoes);
+    const bool isLeft = ask(rootLine, reply) && (!m_hasEchoed || cli::isEcho(rootLine, reply));
     m_port.close();
     return {
         ExitStatus::Cancelled,

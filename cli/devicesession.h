@@ -10,6 +10,7 @@
 #include <QSerialPort>
 
 #include <memory>
+#include <optional>
 
 class cMyConsole;
 class cMyEmulatedDevice;
@@ -22,10 +23,12 @@ struct cMyInvocation;
 class cMyDeviceSession
 {
 public:
-    /// What a line must be answered by; anything else ends the exchange.
+    /// What a line must be answered by; anything else ends the exchange. Any answer does to a line
+    /// that asks for nothing, as long as the device is one that answers each of these alike: by the
+    /// line itself, or never by it.
     enum class Answers {
-        Echoes, ///< the line itself
-        Records ///< a data record by one of the same address and size, anything else by itself
+        Any,    ///< no line asks for anything
+        Records ///< a data record asks for one of the same address and size
     };
 
     /// The console, for the progress, is not owned.
@@ -57,12 +60,20 @@ public:
     [[nodiscard]] bool isGone() const { return m_isGone; }
 
 private:
+    /// A line, and how it was answered.
+    struct Reply
+    {
+        QString place; ///< of the line, for messages
+        QString line;
+        QString text;
+    };
+
     [[nodiscard]] cMyOutcome startEmulated(cMyFoundPort& port);
     [[nodiscard]] cMyOutcome openFailure(const QString& path) const;
     [[nodiscard]] bool ask(const QString& line, QString& reply);
     [[nodiscard]] cMyOutcome silence(const QString& place, const QString& line);
-    [[nodiscard]] cMyOutcome nonsense(const QString& place, const QString& line,
-                                      const QString& reply);
+    [[nodiscard]] cMyOutcome judge(const Reply& reply, Answers answers);
+    [[nodiscard]] cMyOutcome nonsense(const Reply& reply);
     [[nodiscard]] cMyOutcome cancelled(const QString& place);
     void traceLine(const QString& line);
     void tellTraceFailure();
@@ -77,6 +88,8 @@ private:
     QDeadlineTimer m_answerEnd; ///< of the line that was sent last, whatever else arrives
     cMyLineChannel m_channel;
     bool m_isGone = false;
+    bool m_hasEchoed = false;          ///< a line that asked for nothing was answered by itself
+    std::optional<Reply> m_firstOther; ///< a line that asked for nothing was answered otherwise
 };
 
 namespace cli {
@@ -86,9 +99,14 @@ namespace cli {
 [[nodiscard]] cMyOutcome openTrace(const cMyInvocation& invocation,
                                    std::shared_ptr<cMyTrace>& trace);
 
-/// Whether a reply answers the line as it should.
-[[nodiscard]] bool isAnswer(const QString& line, const QString& reply,
-                            cMyDeviceSession::Answers answers);
+/// Whether the reply is the line itself.
+[[nodiscard]] bool isEcho(const QString& line, const QString& reply);
+
+/// Whether the line is a data record. In a reading exchange it asks for the device's own bytes.
+[[nodiscard]] bool isDataRecord(const QString& line);
+
+/// Whether the reply is a right data record of the same address and size as the one in the line.
+[[nodiscard]] bool isRecordFor(const QString& line, const QString& reply);
 
 } // namespace cli
 

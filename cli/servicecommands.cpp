@@ -57,7 +57,7 @@ ExitStatus runService(const Service& service, const cMyInvocation& invocation, c
     }
     if (outcome.isDone()) {
         outcome = session.exchange(QStringLiteral("Sending"), device::commandRequest(service.word),
-                                   cMyDeviceSession::Answers::Echoes);
+                                   cMyDeviceSession::Answers::Any);
         if (service.mayLeaveAtOnce && session.isGone()) {
             outcome = {};
         }

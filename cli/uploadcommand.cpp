@@ -74,7 +74,7 @@ ExitStatus runUpload(const cMyInvocation& invocation, cMyConsole& console)
     }
     outcome =
         session.exchange(QStringLiteral("Uploading"), device::writeRequest(FLASH, library.lines),
-                         cMyDeviceSession::Answers::Echoes);
+                         cMyDeviceSession::Answers::Any);
     if (!outcome.isDone()) {
         return console.tell(incomplete(outcome, invocation));
     }
