@@ -63,13 +63,15 @@ public:
         return bytes;
     }
 
-    /// Runs in the device's thread after it answered that line; lines count from plugging in on.
+    /// Runs in the device's thread after it answered that line, once; lines count from plugging in
+    /// on.
     void afterLine(int line, std::function<void()> call)
     {
         device.inThread([this, line, call = std::move(call)] {
             QObject::connect(&device.port(), &cMyVirtualPort::lineServed, &device.port(),
-                             [line, call](int count) {
-                                 if (count == line) {
+                             [line, call, isDue = true](int count) mutable {
+                                 if (isDue && count == line) {
+                                     isDue = false;
                                      call();
                                  }
                              });
