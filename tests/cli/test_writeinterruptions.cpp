@@ -16,7 +16,7 @@ using support::ToolResult;
 namespace {
 
 /// As many as wait for a quiet line at the same time.
-constexpr int batchSize = 23;
+constexpr int batchSize = 8;
 
 struct Trial
 {
@@ -99,6 +99,8 @@ void TestWriteInterruptions::checkAll(Trials& trials, int status)
                 QStringLiteral("miolkactl write --restore %1 --port %2")
                     .arg(backups.constFirst(), trial->tool.tool.process.arguments().constLast()),
             context.constData());
+        const QByteArray trace = support::readFile(trial->tool.file("trace"));
+        QVERIFY2(status != 130 || trace.endsWith(" < #ROOT\\r\\n\n"), trace.right(200).constData());
     }
 }
 
