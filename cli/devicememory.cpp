@@ -41,8 +41,8 @@ namespace cli {
 cMyOutcome identify(cMyDeviceSession& session, cMyDeviceIdentity& identity)
 {
     cMyMemoryArea memory;
-    const cMyOutcome outcome = readMemory(session, QStringLiteral("Asking who it is"), OTP,
-                                          identitySize, identitySize, memory);
+    cMyOutcome outcome = readMemory(session, QStringLiteral("Asking who it is"), OTP, identitySize,
+                                    identitySize, memory);
     const QVector<quint8> bytes = memory.data(0, identitySize);
     if (outcome.isDone()) {
         identity.serialNumber = bytes.value(0) | bytes.value(1) << 8;

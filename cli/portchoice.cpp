@@ -36,10 +36,9 @@ cMyOutcome chooseNamed(const QString& name, cMyFoundPort& port)
                         QStringLiteral("\"miolkactl ports\" lists the devices attached"));
     }
     const QVector<cMyFoundPort> found = cli::findPorts();
-    const auto* known = std::find_if(found.cbegin(), found.cend(), [&](const cMyFoundPort& each) {
-        return !each.path.isEmpty() &&
-               QFileInfo(each.path).canonicalFilePath() == node.canonicalFilePath();
-    });
+    const QString target = node.isSymLink() ? node.symLinkTarget() : path;
+    const auto* known = std::find_if(found.cbegin(), found.cend(),
+                                     [&](const cMyFoundPort& each) { return each.path == target; });
     if (known != found.cend()) {
         port = *known;
     } else {
