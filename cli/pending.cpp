@@ -63,31 +63,6 @@ ExitStatus runBoot(const cMyInvocation& /*i*/, cMyConsole& console)
     return pending(console);
 }
 
-ExitStatus runShow(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runGet(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runSet(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runDiff(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runCheck(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runNew(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-
 ExitStatus runRehearse(const cMyInvocation& /*i*/, cMyConsole& console)
 {
     return pending(console);
