@@ -179,9 +179,10 @@ cMyOutcome parseNumber(const QString& typed, const cMySettingsField& field,
         return refusal(
             field, QStringLiteral("%1 is out of range; it takes %2").arg(text, rangeText(scale)));
     }
+    constexpr double tie = 1.001; // a half, as exactly as fractions are kept
     const double halfOfLastDigit = std::pow(10.0, -match.captured(1).size()) / 2;
     const double storable = static_cast<double>(stored) / scale.factor;
-    if (std::abs(storable - value) > halfOfLastDigit) {
+    if (std::abs(storable - value) > halfOfLastDigit * tie) {
         const QString nearest = editor::exactNumber(storable, scale.factor);
         return refusal(field, QStringLiteral("%1 cannot be stored; the nearest that can is %2")
                                   .arg(text, editor::withUnit(nearest, scale.unit)));
