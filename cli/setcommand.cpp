@@ -54,7 +54,7 @@ cMyOutcome parseAssignment(const QString& operand, QVector<Assignment>& assignme
     }
     const QString name = operand.left(sign);
     QVector<cMySettingsField> fields;
-    const cMyOutcome found = cli::findFields(name, fields);
+    cMyOutcome found = cli::findFields(name, fields);
     if (!found.isDone()) {
         return found;
     }

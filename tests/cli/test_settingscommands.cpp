@@ -43,6 +43,7 @@ private slots:
     void diff_data();
     void diff();
     void diffAsJson();
+    void bytesThatAFileDoesNotGiveAreTheDefaults();
     void checkTellsDoubts();
     void checkAsJson();
     void badFilesEndEveryCommand_data();
@@ -447,6 +448,14 @@ void TestSettingsCommands::diffAsJson()
              QJsonValue("messageRule02.condition"));
     QCOMPARE(object.value("rules").toObject().value("messageRule02").toObject().value("after"),
              QJsonValue("anytime: do nothing"));
+}
+
+void TestSettingsCommands::bytesThatAFileDoesNotGiveAreTheDefaults()
+{
+    support::writeFile(path(), ":010081000678\n:00000001FF");
+    QCOMPARE(run({"diff", "default", path()}).out, QStringLiteral("volume: -5 dB -> 6 dB\n"));
+    QCOMPARE(run({"set", path(), "volume=-5"}).status, 0);
+    QCOMPARE(support::readFile(path()), support::settingsText(support::templateImage()));
 }
 
 void TestSettingsCommands::checkTellsDoubts()
