@@ -40,6 +40,52 @@ ExitStatus runNew(const cMyInvocation& /*i*/, cMyConsole& console)
 {
     return pending(console);
 }
+ExitStatus runPorts(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+ExitStatus runDoctor(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+
+ExitStatus runStatus(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+ExitStatus runRead(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+ExitStatus runWrite(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+ExitStatus runVerify(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+ExitStatus runUpload(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+ExitStatus runReset(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+ExitStatus runClearStats(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+ExitStatus runPowerOff(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+ExitStatus runBoot(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+
 ExitStatus runRehearse(const cMyInvocation& /*i*/, cMyConsole& console)
 {
     return pending(console);
