@@ -101,6 +101,7 @@ QVector<cMyCommand> buildCommands()
          {{"SOURCE", Completion::ImageSource}},
          {{'p', "profile", "PROFILE", Completion::Profile,
            "The dive: a file, or freedive, square or sawtooth"},
+          {'\0', "dive", "N", Completion::None, "Which dive of the file, counted from 1"},
           {'\0', "plot", "FILE", Completion::Picture, "Draw the dive as a picture (.svg or .png)"},
           forceOption,
           backupOption},

@@ -89,11 +89,6 @@ ExitStatus runNew(const cMyInvocation& /*i*/, cMyConsole& console)
     return pending(console);
 }
 
-ExitStatus runRehearse(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-
 cMyOutcome readDevice(const cMyInvocation& /*i*/, cMyConsole& /*console*/, cMyMemoryArea& /*image*/)
 {
     return {ExitStatus::Protocol, {QStringLiteral("not there yet")}};
