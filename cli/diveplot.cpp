@@ -90,12 +90,15 @@ private:
     {
         return top() + plotHeight * std::min(depth / m_deepest, 1.0);
     }
-    [[nodiscard]] QVector<QPointF> way() const;
+    [[nodiscard]] QString way() const;
+    [[nodiscard]] QVector<QPointF> marks() const;
     [[nodiscard]] QStringList notes() const;
 
     void drawAxes();
-    void drawWater();
+    void drawWater(const QString& points);
+    void drawWay(const QString& points);
     void drawMarks();
+    void drawDots(const QVector<QPointF>& places, const char* radius, const char* colour);
     void drawLabels();
     void drawNotes();
     void line(double x1, double y1, double x2, double y2, const char* colour);
@@ -138,41 +141,44 @@ QByteArray Plot::draw(const QString& title, const QString& subtitle)
     m_out.writeAttribute(QStringLiteral("fill"), QStringLiteral("#ffffff"));
     text(plotLeft, titleLine, cli::plotText(title, longestTitle), titleSize, ink);
     text(plotLeft, subtitleLine, cli::plotText(subtitle, longestSubtitle), subtitleSize, faintInk);
-    drawWater();
+    const QString points = way();
+    drawWater(points);
     drawAxes();
     drawLabels();
+    drawWay(points);
     drawMarks();
     drawNotes();
     m_out.writeEndDocument();
     return m_picture;
 }
 
-QVector<QPointF> Plot::way() const
+QString Plot::way() const
 {
-    QVector<QPointF> points;
+    QStringList coordinates;
+    QPointF last;
     const QVector<cMyRehearsedDepth>& depths = m_rehearsal.depths();
     for (int i = 0; i < depths.size(); ++i) {
         const QPointF point(xOf(depths.at(i).time), yOf(depths.at(i).depth));
-        const bool isAway = points.isEmpty() || (point - points.last()).manhattanLength() >= 1;
+        const bool isAway = i == 0 || (point - last).manhattanLength() >= 1;
         if (isAway || i + 1 == depths.size()) {
-            points.append(point);
+            coordinates.append(number(point.x()) + QLatin1Char(',') + number(point.y()));
+            last = point;
         }
     }
-    return points;
+    return coordinates.join(QLatin1Char(' '));
 }
 
-void Plot::drawWater()
+void Plot::drawWater(const QString& points)
 {
-    QStringList coordinates;
-    for (const QPointF& point : way()) {
-        coordinates.append(number(point.x()) + QLatin1Char(',') + number(point.y()));
-    }
-    const QString points = coordinates.join(QLatin1Char(' '));
     m_out.writeEmptyElement(QStringLiteral("polygon"));
     m_out.writeAttribute(QStringLiteral("points"), QStringLiteral("%1,%2 %3 %4,%2")
                                                        .arg(number(plotLeft), number(top()), points,
                                                             number(xOf(m_rehearsal.duration()))));
     m_out.writeAttribute(QStringLiteral("fill"), QLatin1String(water));
+}
+
+void Plot::drawWay(const QString& points)
+{
     m_out.writeEmptyElement(QStringLiteral("polyline"));
     m_out.writeAttribute(QStringLiteral("points"), points);
     m_out.writeAttribute(QStringLiteral("fill"), QStringLiteral("none"));
@@ -212,34 +218,53 @@ void Plot::drawLabels()
 {
     constexpr int size = 12;
     constexpr double behindLine = 4;
+    double last = -1;
     for (const cMyPlotLabel& label : qAsConst(m_labels)) {
         const double x = plotLeft + label.x;
         const double base = top() - laneGap - label.lane * laneHeight;
-        line(x, base - laneHeight + textRise, x, yOf(label.depth), leader);
+        if (x != last) { // else the line from above comes by here
+            line(x, base - laneHeight + textRise, x, yOf(label.depth), leader);
+        }
         text(x + behindLine, base, label.text, size, ink);
+        last = x;
     }
+}
+
+QVector<QPointF> Plot::marks() const
+{
+    QVector<QPointF> places;
+    QSet<QPair<int, int>> taken; // what lies on another one is not seen
+    for (const cMySpokenMessage& message : m_rehearsal.messages()) {
+        const QPointF place(xOf(static_cast<double>(message.time) / milliseconds),
+                            yOf(message.depth / centimetres));
+        const QPair<int, int> pixel(qRound(place.x()), qRound(place.y()));
+        if (!taken.contains(pixel)) {
+            taken.insert(pixel);
+            places.append(place);
+        }
+    }
+    return places;
 }
 
 void Plot::drawMarks()
 {
-    const QString radius = QStringLiteral("3.5");
-    QSet<QPair<int, int>> drawn; // what lies on another one is not seen
-    for (const cMySpokenMessage& message : m_rehearsal.messages()) {
-        const double x = xOf(static_cast<double>(message.time) / milliseconds);
-        const double y = yOf(message.depth / centimetres);
-        const QPair<int, int> place(static_cast<int>(std::lround(x)),
-                                    static_cast<int>(std::lround(y)));
-        if (drawn.contains(place)) {
-            continue;
-        }
-        drawn.insert(place);
+    // The rims first, or a row of dots would be a row of rims.
+    const QVector<QPointF> places = marks();
+    drawDots(places, "4.5", "#ffffff");
+    drawDots(places, "3.5", mark);
+}
+
+void Plot::drawDots(const QVector<QPointF>& places, const char* radius, const char* colour)
+{
+    m_out.writeStartElement(QStringLiteral("g"));
+    m_out.writeAttribute(QStringLiteral("fill"), QLatin1String(colour));
+    for (const QPointF& place : places) {
         m_out.writeEmptyElement(QStringLiteral("circle"));
-        m_out.writeAttribute(QStringLiteral("cx"), number(x));
-        m_out.writeAttribute(QStringLiteral("cy"), number(y));
-        m_out.writeAttribute(QStringLiteral("r"), radius);
-        m_out.writeAttribute(QStringLiteral("fill"), QLatin1String(mark));
-        m_out.writeAttribute(QStringLiteral("stroke"), QStringLiteral("#ffffff"));
+        m_out.writeAttribute(QStringLiteral("cx"), number(place.x()));
+        m_out.writeAttribute(QStringLiteral("cy"), number(place.y()));
+        m_out.writeAttribute(QStringLiteral("r"), QLatin1String(radius));
     }
+    m_out.writeEndElement();
 }
 
 QStringList Plot::notes() const

@@ -65,6 +65,7 @@ void cMyRehearsal::dive(const cMyMemoryArea& settings, const cMyDiveProfile& pro
     const auto end = static_cast<qint64>(std::ceil(m_duration * milliseconds));
     cMyDeviceMemories memories;
     cMyDive dive(settings, memories, false);
+    cMyRehearsedDepth last;
     qint64 toldSecond = -1;
     for (qint64 due = dive.nextSample(); due <= end; due = dive.nextSample()) {
         const double now = static_cast<double>(due) / milliseconds;
@@ -80,7 +81,8 @@ void cMyRehearsal::dive(const cMyMemoryArea& settings, const cMyDiveProfile& pro
         }
         memories.setValue(emulator::AbsolutePressure, static_cast<qint16>(pressure));
         m_messages += dive.advanceTo(due, memories);
-        keep(due, memories.value(emulator::Depth) / centimetres);
+        last = {now, memories.value(emulator::Depth) / centimetres};
+        keep(last);
         const auto second = static_cast<qint64>(now);
         if (progress && second != toldSecond &&
             !progress(static_cast<int>(second), static_cast<int>(m_duration))) {
@@ -89,20 +91,29 @@ void cMyRehearsal::dive(const cMyMemoryArea& settings, const cMyDiveProfile& pro
         }
         toldSecond = second;
     }
+    keepDeepestAndLast(last);
     m_messages += dive.advanceTo(end, memories) + dive.finish();
 }
 
-void cMyRehearsal::keep(qint64 time, double depth)
+void cMyRehearsal::keep(const cMyRehearsedDepth& sample)
 {
-    const double now = static_cast<double>(time) / milliseconds;
-    const bool isDeepest = depth > m_maximumDepth;
-    const bool isNewSecond =
-        m_depths.isEmpty() || std::floor(now) > std::floor(m_depths.last().time);
-    m_maximumDepth = std::max(m_maximumDepth, depth);
-    if (isNewSecond) {
-        m_depths.append({now, depth});
-    } else if (isDeepest) {
-        m_depths.last() = {now, depth};
+    if (m_depths.isEmpty() || std::floor(sample.time) > std::floor(m_depths.last().time)) {
+        m_depths.append(sample);
+    }
+    if (sample.depth > m_deepest.depth) {
+        m_deepest = sample;
+    }
+}
+
+void cMyRehearsal::keepDeepestAndLast(const cMyRehearsedDepth& last)
+{
+    for (const cMyRehearsedDepth& sample : {m_deepest, last}) {
+        const auto place = std::lower_bound(
+            m_depths.begin(), m_depths.end(), sample,
+            [](const auto& one, const auto& other) { return one.time < other.time; });
+        if (place == m_depths.end() || place->time > sample.time) {
+            m_depths.insert(place, sample);
+        }
     }
 }
 

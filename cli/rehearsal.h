@@ -42,15 +42,14 @@ public:
     /// In the order in which they were said.
     [[nodiscard]] const QVector<cMySpokenMessage>& messages() const { return m_messages; }
 
-    /// One for each second with samples: the first, or in its place the deepest if no dive was
-    /// deeper.
+    /// Of the first sample in each second, of the deepest one and of the last one.
     [[nodiscard]] const QVector<cMyRehearsedDepth>& depths() const { return m_depths; }
 
     /// From switch-on to switch-off, in s.
     [[nodiscard]] double duration() const { return m_duration; }
 
     /// As the device measured it, in m.
-    [[nodiscard]] double maximumDepth() const { return m_maximumDepth; }
+    [[nodiscard]] double maximumDepth() const { return m_deepest.depth; }
 
     /// Message rules that are on and say something, but never did; counted from 1.
     [[nodiscard]] QVector<int> silentRules() const;
@@ -61,14 +60,15 @@ public:
 private:
     void dive(const cMyMemoryArea& settings, const cMyDiveProfile& profile,
               const std::function<bool(int, int)>& progress);
-    void keep(qint64 time, double depth);
+    void keep(const cMyRehearsedDepth& sample);
+    void keepDeepestAndLast(const cMyRehearsedDepth& last);
 
     cMyOutcome m_outcome;
     QVector<cMySpokenMessage> m_messages;
     QVector<cMyRehearsedDepth> m_depths;
     QVector<int> m_rules; ///< that could speak
     double m_duration = 0;
-    double m_maximumDepth = 0;
+    cMyRehearsedDepth m_deepest;
 };
 
 #endif
