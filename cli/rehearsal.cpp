@@ -92,7 +92,8 @@ void cMyRehearsal::dive(const cMyMemoryArea& settings, const cMyDiveProfile& pro
         toldSecond = second;
     }
     keepDeepestAndLast(last);
-    m_messages += dive.advanceTo(end, memories) + dive.finish();
+    m_messages += dive.advanceTo(end, memories);
+    m_messages += dive.finish();
 }
 
 void cMyRehearsal::keep(const cMyRehearsedDepth& sample)

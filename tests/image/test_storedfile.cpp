@@ -3,8 +3,9 @@
 
 #include "image/storedfile.h"
 
+#include "tests/support/posix.h"
+
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -21,16 +22,6 @@ private slots:
     void whatIsNoFileIsLeftAlone();
 };
 
-namespace {
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("cannot be opened");
-}
-
-} // namespace
-
 void TestStoredFile::bytesAreStoredAsTheyAre_data()
 {
     QTest::addColumn<QByteArray>("bytes");
@@ -46,7 +37,7 @@ void TestStoredFile::bytesAreStoredAsTheyAre()
     const QString path = directory.filePath(QStringLiteral("file"));
     QVERIFY(image::storeFile(path, "something longer than all of them"));
     QVERIFY(image::storeFile(path, bytes));
-    QCOMPARE(contents(path), bytes);
+    QCOMPARE(support::readFile(path), bytes);
     QCOMPARE(QDir(directory.path()).entryList(QDir::Files), QStringList("file"));
 }
 
