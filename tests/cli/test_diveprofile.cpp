@@ -4,6 +4,7 @@
 #include "cli/diveprofile.h"
 
 #include "cli/divelog.h"
+#include "tests/support/posix.h"
 
 #include <QtTest>
 
@@ -209,6 +210,14 @@ void TestDiveProfile::builtInProfilesAreDives()
     QCOMPARE(profile.duration(), duration);
     QCOMPARE(profile.points().first().depth, 0.0);
     QCOMPARE(profile.points().last().depth, 0.0);
+
+    QStringList documented;
+    for (const cMyProfilePoint& point : profile.points()) {
+        documented.append(QStringLiteral("%1 s %2 m").arg(point.time).arg(point.depth));
+    }
+    const QByteArray page =
+        support::readFile(QStringLiteral(MIOLKA_SOURCE_DIR "/docs/rehearse.md"));
+    QVERIFY(page.contains(documented.join(QStringLiteral(", ")).toUtf8()));
 }
 
 QTEST_GUILESS_MAIN(TestDiveProfile)
