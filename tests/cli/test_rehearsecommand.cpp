@@ -245,7 +245,7 @@ void TestRehearseCommand::aPictureThatCannotBeMadeIsToldBeforeTheDive()
 void TestRehearseCommand::aFailingConverterIsTold()
 {
     const QString converter = path("rsvg-convert");
-    support::writeFile(converter, "#!/bin/sh\necho no canvas >&2\nexit 3\n");
+    support::writeFile(converter, "#!/bin/sh\nprintf '\\211PNG'\necho no canvas >&2\nexit 3\n");
     QFile(converter).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
     support::ToolRun run;
     QProcessEnvironment environment = run.process.processEnvironment();

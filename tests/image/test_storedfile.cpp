@@ -45,6 +45,7 @@ void TestStoredFile::whatIsNoFileIsLeftAlone_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("directory") << "directory";
+    QTest::newRow("pipe") << "pipe";
     QTest::newRow("in no directory") << "missing/file";
     QTest::newRow("no name of a file") << QString(QChar(0xDC80));
 }
@@ -54,9 +55,12 @@ void TestStoredFile::whatIsNoFileIsLeftAlone()
     QFETCH(QString, name);
     const QTemporaryDir directory;
     QVERIFY(QDir(directory.path()).mkdir(QStringLiteral("directory")));
+    const QByteArray pipe = QFile::encodeName(directory.filePath(QStringLiteral("pipe")));
+    QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
     QVERIFY(!image::storeFile(directory.filePath(name), "bytes"));
     QCOMPARE(QDir(directory.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
              QStringList("directory"));
+    QCOMPARE(QDir(directory.path()).entryList(QDir::System), QStringList("pipe"));
 }
 
 QTEST_GUILESS_MAIN(TestStoredFile)
