@@ -151,11 +151,21 @@ QVector<cMyCommand> buildCommands()
          {{"SOURCE", Completion::ImageSource}},
          {{'p', "profile", "PROFILE", Completion::Profile,
            "The dive: a file, or freedive, square or sawtooth"},
+          {'\0', "dive", "N", Completion::None, "Which dive of the file, counted from 1"},
           {'\0', "plot", "FILE", Completion::Picture, "Draw the dive as a picture (.svg or .png)"},
           forceOption,
           backupOption},
          "dive with a virtual device and print what it says",
-         "",
+         "SOURCE is a settings file, \"device\" for the attached device or \"default\" for the "
+         "built-in settings.\n\n"
+         "PROFILE is freedive (30 m in a minute), square (up from 18 m after 40 minutes) or "
+         "sawtooth; or a file: a table of seconds and metres (.csv), a log of Subsurface (.ssrf, "
+         ".xml) or one in the Universal Dive Data Format (.uddf). Of several dives the first is "
+         "taken, unless --dive chooses another. The rehearsal ends with a minute at the "
+         "surface.\n\n"
+         "Each message is printed with its time, the depth and its rule; a + marks one that begins "
+         "less than 2 s after the one before. What is printed is how the virtual device reads the "
+         "rules, which is no promise of what the real one says.",
          cli::runRehearse},
         {"doctor",
          {},

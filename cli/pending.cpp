@@ -87,8 +87,49 @@ ExitStatus runBoot(const cMyInvocation& /*i*/, cMyConsole& console)
 }
 
 ExitStatus runRehearse(const cMyInvocation& /*i*/, cMyConsole& console)
+ExitStatus runShow(const cMyInvocation& /*i*/, cMyConsole& console)
 {
     return pending(console);
+}
+ExitStatus runGet(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+ExitStatus runSet(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+ExitStatus runDiff(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+ExitStatus runCheck(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+ExitStatus runNew(const cMyInvocation& /*i*/, cMyConsole& console)
+{
+    return pending(console);
+}
+
+cMyOutcome readDevice(const cMyInvocation& /*i*/, cMyConsole& /*console*/, cMyMemoryArea& /*image*/)
+{
+    return {ExitStatus::Protocol, {QStringLiteral("not there yet")}};
+}
+
+QVector<cMySettingsDifference> differences(const cMyMemoryArea& /*b*/, const cMyMemoryArea& /*a*/)
+{
+    return {};
+}
+
+bool isDifferent(const QVector<cMySettingsDifference>& differences)
+{
+    return !differences.isEmpty();
+}
+
+QStringList differenceLines(const QVector<cMySettingsDifference>& /*differences*/)
+{
+    return {};
 }
 
 } // namespace cli

@@ -24,6 +24,14 @@ public:
     /// When the next sample is due.
     [[nodiscard]] qint64 nextSample() const { return m_model.sampleTime(m_samples); }
 
+    /// The absolute pressure, in mbar, with which the next sample comes nearest to a depth in m;
+    /// may be more than the memories hold. Surface pressure and temperature are those in the
+    /// memories.
+    [[nodiscard]] double pressureAt(double depth, const cMyDeviceMemories& memories) const
+    {
+        return m_model.pressureAt(depth, memories.values());
+    }
+
     /// Takes all samples due up to that time, that time included, of what the memories hold now.
     /// What is to be sampled later must be written afterwards.
     QVector<cMySpokenMessage> advanceTo(qint64 time, cMyDeviceMemories& memories);

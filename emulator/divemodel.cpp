@@ -198,14 +198,28 @@ double cMyDiveModel::densityTemperature(const Statistics& statistics,
     }
 }
 
-double cMyDiveModel::depth(const Statistics& statistics, const cMyDiveValues& values) const
+double cMyDiveModel::pressurePerMetre(const Statistics& statistics,
+                                      const cMyDiveValues& values) const
 {
     constexpr double pascalInMbar = 100;
-    constexpr double centimetres = 100;
     const double density =
         waterDensity(densityTemperature(statistics, values), m_settings.salinity);
+    return density * m_settings.gravity / pascalInMbar;
+}
+
+double cMyDiveModel::depth(const Statistics& statistics, const cMyDiveValues& values) const
+{
+    constexpr double centimetres = 100;
     const int pressure = values.at(AbsolutePressure) - values.at(AtmosphericPressure);
-    return std::max(0.0, pressure * pascalInMbar / (density * m_settings.gravity) * centimetres);
+    return std::max(0.0, pressure / pressurePerMetre(statistics, values) * centimetres);
+}
+
+double cMyDiveModel::pressureAt(double depth, const cMyDiveValues& values) const
+{
+    Statistics withSample = m_isUnderwater ? m_statistics : Statistics();
+    addReadings(withSample, values);
+    return std::round(values.at(AtmosphericPressure) +
+                      depth * pressurePerMetre(withSample, values));
 }
 
 double cMyDiveModel::verticalSpeed(const PastDepth& now)

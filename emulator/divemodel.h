@@ -51,6 +51,11 @@ public:
     /// here.
     [[nodiscard]] cMyDiveMoment sample(qint64 index, const cMyDiveValues& values);
 
+    /// The absolute pressure, in mbar, with which the next sample comes nearest to a depth in m;
+    /// may be more than a sensor of 16 bits measures. Read from values are surface pressure and
+    /// temperature.
+    [[nodiscard]] double pressureAt(double depth, const cMyDiveValues& values) const;
+
     /// Everything that adds up begins anew with the next sample. A dive that is on goes on.
     void clearStatistics();
 
@@ -96,6 +101,10 @@ private:
     /// In degrees Celsius.
     [[nodiscard]] double densityTemperature(const Statistics& statistics,
                                             const cMyDiveValues& values) const;
+
+    /// In mbar for each metre.
+    [[nodiscard]] double pressurePerMetre(const Statistics& statistics,
+                                          const cMyDiveValues& values) const;
 
     /// In cm, not rounded, as are the next two: they look whether the dive ends or begins, and
     /// return the depth by the statistics as they are then.

@@ -23,13 +23,7 @@ constexpr unsigned short settingsRecordLength = 16;
 bool readSettingsFile(const QString& path, cMyMemoryArea& area);
 
 /// Writes the first 1024 bytes of the area as a settings file and clears its modified flag.
-///
-/// An existing file is replaced in one step and only after all of the new one has been stored, so
-/// that at any moment the path holds either the old or the new contents; symbolic links are
-/// followed and the file's mode is kept. Only where the directory takes no new file is the
-/// existing one written over, and restored if that fails; being killed in the middle of that is
-/// the one thing that can leave neither. False, with the modified flag as it was, if anything
-/// fails.
+/// It is stored as storeFile() does. False, with the modified flag as it was, if anything fails.
 bool writeSettingsFile(const QString& path, cMyMemoryArea& area);
 
 } // namespace image

@@ -26,6 +26,8 @@ private slots:
     void depthIsWhatTheWaterMakesOfThePressure();
     void depthTakesTheTemperatureFromItsSource_data();
     void depthTakesTheTemperatureFromItsSource();
+    void pressureLeadsToADepth_data();
+    void pressureLeadsToADepth();
     void divesBeginAndEndAtTheirThresholds_data();
     void divesBeginAndEndAtTheirThresholds();
     void aDiveBeginsAtTheDepthThatItShows();
@@ -159,6 +161,36 @@ void TestDiveModel::depthTakesTheTemperatureFromItsSource()
         found.append(session.value(Depth));
     }
     QCOMPARE(found, depths);
+}
+
+void TestDiveModel::pressureLeadsToADepth_data()
+{
+    QTest::addColumn<Changes>("changes");
+    QTest::newRow("as in the tests") << Changes{};
+    QTest::newRow("on earth") << Changes{{"gravity", 32132}};
+    QTest::newRow("sea") << Changes{{"gravity", 32132}, {"salinity", 35}};
+    QTest::newRow("least temperature") << Changes{{"salinity", 35}, {"temperatureSource", 1}};
+    QTest::newRow("mean temperature") << Changes{{"salinity", 35}, {"temperatureSource", 2}};
+    QTest::newRow("temperature read") << Changes{{"salinity", 35}, {"temperatureSource", 3}};
+    QTest::newRow("no gravity") << Changes{{"gravity", 0}};
+}
+
+void TestDiveModel::pressureLeadsToADepth()
+{
+    QFETCH(Changes, changes);
+    Session session{DiveSettings(changes)};
+    for (int depth = 0; depth <= 3000; depth += 100) { // ever colder
+        session.set(Temperature, 300 - depth / 10);
+        cMyDiveValues readings{};
+        readings[AtmosphericPressure] = surfacePressure;
+        readings[Temperature] = static_cast<qint16>(300 - depth / 10);
+        const double pressure = session.model().pressureAt(depth / 100.0, readings);
+        session.dive(static_cast<int>(pressure) - surfacePressure);
+        // The sensor knows whole millibars, and where these miss a centimetre, the next is shown.
+        QVERIFY2(
+            std::abs(session.value(Depth) - depth) <= (depth % 1000 == 0 ? 0 : 1),
+            qPrintable(QStringLiteral("%1 instead of %2").arg(session.value(Depth)).arg(depth)));
+    }
 }
 
 void TestDiveModel::divesBeginAndEndAtTheirThresholds_data()
