@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "cli/commandtable.h"
+#include "cli/helptext.h"
 #include "cli/invocation.h"
 
 #include <QCommandLineParser>
@@ -42,27 +43,6 @@ QString commandName(const QStringList& arguments)
     }
     parser.parse(arguments);
     return parser.positionalArguments().value(0);
-}
-
-QString helpText(QCommandLineParser& parser, const cMyCommand* command)
-{
-    if (command == nullptr) {
-        QString text = QStringLiteral("The settings of the Miolka and the device itself from the "
-                                      "command line.\n\nCommands:\n");
-        for (const cMyCommand& row : cli::commands()) {
-            text += QStringLiteral("  %1 %2\n")
-                        .arg(QLatin1String(row.name), -12)
-                        .arg(QLatin1String(row.summary));
-        }
-        parser.setApplicationDescription(text);
-        parser.addPositionalArgument(QStringLiteral("command"), QString(),
-                                     QStringLiteral("COMMAND ..."));
-    } else {
-        parser.setApplicationDescription(QLatin1String(command->details));
-        parser.addPositionalArgument(QLatin1String(command->name), QString(),
-                                     cli::synopsis(*command));
-    }
-    return parser.helpText();
 }
 
 QString operandError(const cMyCommand& command, int count)
@@ -117,7 +97,7 @@ cMyCommandLine parseCommandLine(const QStringList& arguments)
     }
     const bool isParsed = parser.parse(arguments);
     if (parser.isSet(QStringLiteral("help"))) {
-        return {cMyCommandLine::Kind::Help, {}, helpText(parser, command)};
+        return {cMyCommandLine::Kind::Help, {}, helpText(command)};
     }
     if (parser.isSet(QStringLiteral("version"))) {
         return {cMyCommandLine::Kind::Version, {}, QStringLiteral("miolkactl " MIOLKA_VERSION)};

@@ -54,7 +54,7 @@ int main(int argc, char* argv[])
     case cMyCommandLine::Kind::Command:
         return static_cast<int>(run(line.invocation, console));
     case cMyCommandLine::Kind::Help:
-        std::fputs(qPrintable(line.text), stdout);
+        std::fputs(line.text.toUtf8().constData(), stdout);
         return static_cast<int>(cli::ExitStatus::Done);
     case cMyCommandLine::Kind::Version:
         console.result(line.text);

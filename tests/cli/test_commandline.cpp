@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "cli/helptext.h"
+#include "cli/invocation.h"
 #include "tests/cli/toolrun.h"
 
 #include <QtTest>
@@ -13,6 +15,8 @@ private slots:
     void usageErrors_data();
     void usageErrors();
     void helpNamesEveryCommand();
+    void helpTellsTheWholeCommand_data();
+    void helpTellsTheWholeCommand();
     void versionIsTold();
 };
 
@@ -43,8 +47,44 @@ void TestCommandLine::helpNamesEveryCommand()
 {
     const support::ToolResult result = support::ToolRun().run({"--help"});
     QCOMPARE(result.status, 0);
-    for (const char* name : {"ports", "write", "rehearse", "doctor"}) {
-        QVERIFY2(result.out.contains(QLatin1String(name)), name);
+    for (const cMyCommand& command : cli::commands()) {
+        QVERIFY2(result.out.contains(QStringLiteral("\n  %1 ").arg(command.name)), command.name);
+        QVERIFY2(result.out.simplified().contains(QLatin1String(command.summary)), command.name);
+    }
+    for (const cli::StatusMeaning& row : cli::exitStatuses()) {
+        QVERIFY2(result.out.simplified().contains(QLatin1String(row.meaning)), row.meaning);
+    }
+}
+
+void TestCommandLine::helpTellsTheWholeCommand_data()
+{
+    QTest::addColumn<int>("row");
+    for (int row = 0; row < cli::commands().size(); ++row) {
+        QTest::newRow(cli::commands().at(row).name) << row;
+    }
+}
+
+void TestCommandLine::helpTellsTheWholeCommand()
+{
+    constexpr int widest = 80;
+    QFETCH(int, row);
+    const cMyCommand& command = cli::commands().at(row);
+    const cMyCommandLine line = cli::parseCommandLine({"/a/b", command.name, "--help"});
+    QCOMPARE(line.kind, cMyCommandLine::Kind::Help);
+    const QString text = line.text.simplified();
+    QVERIFY(text.startsWith("Usage: miolkactl [options] " + cli::synopsis(command)));
+    for (const cMyOption& option : cli::commonOptions() + command.options) {
+        QVERIFY2(line.text.contains("\n  " + cli::optionText(option)), option.name);
+        QVERIFY2(text.contains(QString(option.summary).simplified()), option.name);
+    }
+    for (const cMyOperand& operand : command.operands) {
+        QVERIFY2(line.text.contains(QStringLiteral("\n  %1").arg(operand.name)), operand.name);
+    }
+    for (const QString& paragraph : cli::paragraphs(command)) {
+        QVERIFY2(text.contains(paragraph.simplified()), qPrintable(paragraph));
+    }
+    for (const QString& each : line.text.split('\n')) {
+        QVERIFY2(each.size() <= widest && !each.endsWith(' '), qPrintable(each));
     }
 }
 
