@@ -12,21 +12,11 @@ constexpr int longestTerm = 16;
 
 const QString paragraphBreak = QStringLiteral("\n\n");
 
-/// The text in lines; all but the first begin with a margin, and the first stands behind as much.
-QString wrapped(const QString& text, int margin)
+/// All lines but the first begin with a margin; the first stands behind as much.
+QString withMargin(const QString& text, int margin)
 {
-    QStringList lines;
-    QString line;
-    const QStringList words = text.simplified().split(QLatin1Char(' '));
-    for (const QString& word : words) {
-        if (!line.isEmpty() && margin + line.size() + 1 + word.size() > lineWidth) {
-            lines.append(line);
-            line.clear();
-        }
-        line += line.isEmpty() ? word : QLatin1Char(' ') + word;
-    }
-    lines.append(line);
-    return lines.join(QLatin1Char('\n') + QString(margin, QLatin1Char(' ')));
+    return cli::wrapped(text, lineWidth - margin)
+        .join(QLatin1Char('\n') + QString(margin, QLatin1Char(' ')));
 }
 
 /// A term with its meaning beside it, or below it if the term is long.
@@ -37,7 +27,7 @@ QString entry(const QString& term, const QString& meaning)
     const QString space = term.size() > longestTerm
                               ? QLatin1Char('\n') + QString(margin, QLatin1Char(' '))
                               : QString(margin - start.size(), QLatin1Char(' '));
-    return start + space + wrapped(meaning, margin) + QLatin1Char('\n');
+    return start + space + withMargin(meaning, margin) + QLatin1Char('\n');
 }
 
 QString optionEntries(const QString& title, const QVector<cMyOption>& options)
@@ -52,7 +42,7 @@ QString optionEntries(const QString& title, const QVector<cMyOption>& options)
 QString programHelp()
 {
     QString text = QStringLiteral("Usage: miolkactl [options] COMMAND ...\n\n%1\n\nCommands:\n")
-                       .arg(wrapped(cli::purpose(), 0));
+                       .arg(withMargin(cli::purpose(), 0));
     for (const cMyCommand& command : cli::commands()) {
         text += entry(QLatin1String(command.name), QLatin1String(command.summary));
     }
@@ -76,10 +66,10 @@ QString operandEntries(const cMyCommand& command)
 QString commandHelp(const cMyCommand& command)
 {
     QString text = QStringLiteral("Usage: miolkactl [options] %1\n\n%2\n")
-                       .arg(cli::synopsis(command), wrapped(cli::sentence(command.summary), 0));
+                       .arg(cli::synopsis(command), withMargin(cli::sentence(command.summary), 0));
     const QStringList details = cli::paragraphs(command);
     for (const QString& paragraph : details) {
-        text += QLatin1Char('\n') + wrapped(paragraph, 0) + QLatin1Char('\n');
+        text += QLatin1Char('\n') + withMargin(paragraph, 0) + QLatin1Char('\n');
     }
     text += operandEntries(command);
     if (!command.options.isEmpty()) {
@@ -150,6 +140,21 @@ QString sentence(const char* phrase)
         text[0] = text.at(0).toUpper();
     }
     return text + QLatin1Char('.');
+}
+
+QStringList wrapped(const QString& text, int width)
+{
+    QStringList lines;
+    QString line;
+    const QStringList words = text.simplified().split(QLatin1Char(' '));
+    for (const QString& word : words) {
+        if (!line.isEmpty() && line.size() + 1 + word.size() > width) {
+            lines.append(line);
+            line.clear();
+        }
+        line += line.isEmpty() ? word : QLatin1Char(' ') + word;
+    }
+    return lines << line;
 }
 
 QStringList paragraphs(const cMyCommand& command)

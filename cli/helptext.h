@@ -27,6 +27,9 @@ namespace cli {
 /// The text, a phrase, made a sentence.
 [[nodiscard]] QString sentence(const char* phrase);
 
+/// The text in lines no longer than that, but for words that are; runs of spaces become one.
+[[nodiscard]] QStringList wrapped(const QString& text, int width);
+
 /// The paragraphs of a command's details.
 [[nodiscard]] QStringList paragraphs(const cMyCommand& command);
 
