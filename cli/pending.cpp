@@ -3,7 +3,6 @@
 
 #include "cli/commands.h"
 #include "cli/console.h"
-#include "cli/differences.h"
 #include "cli/settingsource.h"
 
 namespace {
@@ -17,43 +16,6 @@ cli::ExitStatus pending(cMyConsole& console)
 } // namespace
 
 namespace cli {
-
-ExitStatus runStatus(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runRead(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runWrite(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runVerify(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runUpload(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runReset(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runClearStats(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runPowerOff(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runBoot(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
 
 ExitStatus runShow(const cMyInvocation& /*i*/, cMyConsole& console)
 {
@@ -83,26 +45,6 @@ ExitStatus runNew(const cMyInvocation& /*i*/, cMyConsole& console)
 ExitStatus runRehearse(const cMyInvocation& /*i*/, cMyConsole& console)
 {
     return pending(console);
-}
-
-cMyOutcome readDevice(const cMyInvocation& /*i*/, cMyConsole& /*console*/, cMyMemoryArea& /*image*/)
-{
-    return {ExitStatus::Protocol, {QStringLiteral("not there yet")}};
-}
-
-QVector<cMySettingsDifference> differences(const cMyMemoryArea& /*b*/, const cMyMemoryArea& /*a*/)
-{
-    return {};
-}
-
-bool isDifferent(const QVector<cMySettingsDifference>& differences)
-{
-    return !differences.isEmpty();
-}
-
-QStringList differenceLines(const QVector<cMySettingsDifference>& /*differences*/)
-{
-    return {};
 }
 
 } // namespace cli

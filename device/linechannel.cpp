@@ -25,6 +25,11 @@ cMyLineChannel::cMyLineChannel(std::function<Haste()> haste)
 {
 }
 
+void cMyLineChannel::setListener(std::function<void(const QByteArray& line)> listener)
+{
+    m_listener = std::move(listener);
+}
+
 void cMyLineChannel::settle(QSerialPort& port)
 {
     m_incoming.clear();
@@ -60,6 +65,9 @@ std::optional<QString> cMyLineChannel::takeAnswer()
 {
     // A notice and the answer may have come in one packet: nothing more arrives then.
     while (const auto line = m_incoming.takeLine()) {
+        if (m_listener) {
+            m_listener(*line);
+        }
         if (!line->startsWith(device::noticeMark)) {
             return QString::fromUtf8(*line);
         }

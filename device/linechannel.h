@@ -37,6 +37,9 @@ public:
     /// The haste is asked for in short intervals while anything is waited for.
     explicit cMyLineChannel(std::function<Haste()> haste);
 
+    /// Is called with each line that comes for an exchange, notices too, before it is looked at.
+    void setListener(std::function<void(const QByteArray& line)> listener);
+
     /// To be called once the port was opened: drops what comes until the line is quiet, so that a
     /// late answer to an exchange that was cut off is not taken for one of this.
     void settle(QSerialPort& port);
@@ -52,6 +55,7 @@ private:
     void limitWait(std::optional<QDeadlineTimer>& limit, int milliseconds);
 
     std::function<Haste()> m_haste;
+    std::function<void(const QByteArray& line)> m_listener;
     cMyLineAssembler m_incoming;
     QDeadlineTimer m_end;                     ///< of the present wait
     std::optional<QDeadlineTimer> m_stopEnd;  ///< of this answer, once the caller wants to stop

@@ -5,6 +5,7 @@
 
 #include "device/replies.h"
 #include "device/requests.h"
+#include "device/serialline.h"
 
 #include <QLoggingCategory>
 #include <QMessageBox>
@@ -194,16 +195,7 @@ void cMyMiolka::request(LinkMode mode, const QStringList& lines)
 
 bool cMyMiolka::openSerialPort()
 {
-    m_port.setPortName(m_portName);
-    m_port.setBaudRate(QSerialPort::Baud9600);
-    m_port.setDataBits(QSerialPort::Data8);
-    m_port.setParity(QSerialPort::NoParity);
-    m_port.setStopBits(QSerialPort::OneStop);
-    m_port.setFlowControl(QSerialPort::NoFlowControl);
-    if (m_portName.isEmpty()) {
-        return false;
-    }
-    if (!m_port.open(QIODevice::ReadWrite)) {
+    if (!device::openPort(m_port, m_portName)) {
         return false;
     }
     // What lies there now answers nothing that was asked in this exchange. A device that goes at

@@ -58,27 +58,9 @@ private:
     QVector<quint8> m_bytes;
 };
 
-QString twoDigits(unsigned number)
+QString twoDigits(int number)
 {
     return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
-}
-
-QString duration(unsigned seconds)
-{
-    constexpr unsigned minute = 60;
-    constexpr unsigned hour = 3600;
-    const QString rest = twoDigits(seconds % minute);
-    if (seconds < hour) {
-        return QStringLiteral("%1:%2").arg(seconds / minute).arg(rest);
-    }
-    return QStringLiteral("%1:%2:%3")
-        .arg(seconds / hour)
-        .arg(twoDigits(seconds % hour / minute), rest);
-}
-
-QString metres(unsigned centimetres)
-{
-    return QString::number(centimetres / 100.0, 'f', 1) + QStringLiteral(" m");
 }
 
 } // namespace
@@ -101,7 +83,7 @@ QVector<cMyReadRecord> readRecords(const QStringList& replies)
     return records;
 }
 
-QStringList statusTexts(const QStringList& replies)
+DeviceStatus readStatus(const QStringList& replies)
 {
     std::array<Bytes, memoryCount> memories;
     for (const cMyReadRecord& record : readRecords(replies)) {
@@ -111,21 +93,60 @@ QStringList statusTexts(const QStringList& replies)
     const Bytes& flash = memories.at(FLASH);
     const Bytes& otp = memories.at(OTP);
     const Bytes& ram = memories.at(RAM);
-    // In the order of StatusText; the positions follow from the order of the regions asked for.
+    // The positions follow from the order of the regions asked for.
+    DeviceStatus status;
+    status.selfTest = static_cast<quint8>(ram.number(4, 1));
+    status.maximumDepth = static_cast<int>(ram.number(0, 2));
+    status.diveTime = static_cast<int>(ram.number(2, 2));
+    status.serialNumber = static_cast<int>(otp.number(0, 2));
+    status.hardwareVersion = otp.dotted(2, 4);
+    status.memorySize = static_cast<int>(otp.number(6, 1));
+    status.firmwareVersion = memories.at(ROM).dotted();
+    status.voiceLanguage = flash.text(0, 16);
+    status.voiceVersion = flash.dotted(16, 4);
+    status.settingsVersion = eeprom.dotted(0, 4);
+    status.settingsAuthor = eeprom.text(4, 16);
+    status.settingsTitle = eeprom.text(20, 32);
+    status.settingsDescription = eeprom.text(52, 512);
+    return status;
+}
+
+QString depthText(int centimetres)
+{
+    return QString::number(centimetres / 100.0, 'f', 1) + QStringLiteral(" m");
+}
+
+QString durationText(int seconds)
+{
+    constexpr int minute = 60;
+    constexpr int hour = 3600;
+    const QString rest = twoDigits(seconds % minute);
+    if (seconds < hour) {
+        return QStringLiteral("%1:%2").arg(seconds / minute).arg(rest);
+    }
+    return QStringLiteral("%1:%2:%3")
+        .arg(seconds / hour)
+        .arg(twoDigits(seconds % hour / minute), rest);
+}
+
+QStringList statusTexts(const QStringList& replies)
+{
+    const DeviceStatus status = readStatus(replies);
+    // In the order of StatusText.
     return {
-        QString::number(ram.number(4, 1)),
-        metres(ram.number(0, 2)),
-        duration(ram.number(2, 2)),
-        QString::number(otp.number(0, 2)),
-        otp.dotted(2, 4),
-        QString::number(otp.number(6, 1)),
-        memories.at(ROM).dotted(),
-        flash.text(0, 16),
-        flash.dotted(16, 4),
-        eeprom.dotted(0, 4),
-        eeprom.text(4, 16),
-        eeprom.text(20, 32),
-        eeprom.text(52, 512),
+        QString::number(status.selfTest),
+        depthText(status.maximumDepth),
+        durationText(status.diveTime),
+        QString::number(status.serialNumber),
+        status.hardwareVersion,
+        QString::number(status.memorySize),
+        status.firmwareVersion,
+        status.voiceLanguage,
+        status.voiceVersion,
+        status.settingsVersion,
+        status.settingsAuthor,
+        status.settingsTitle,
+        status.settingsDescription,
     };
 }
 

@@ -56,8 +56,33 @@ enum SelfTest : quint8 {
     FirmwareError = 1U << 7U,
 };
 
-/// The replies to statusRequest() as texts for display, StatusTextCount of them. Bytes that did not
-/// come are 0 in a number and missing in a text or a version.
+/// What the device tells of itself.
+struct DeviceStatus
+{
+    quint8 selfTest = 0;  ///< flags, see SelfTest
+    int maximumDepth = 0; ///< in cm
+    int diveTime = 0;     ///< in s
+    int serialNumber = 0;
+    QString hardwareVersion; ///< versions are numbers joined by dots
+    int memorySize = 0;      ///< in MB
+    QString firmwareVersion;
+    QString voiceLanguage;
+    QString voiceVersion;
+    QString settingsVersion;
+    QString settingsAuthor;
+    QString settingsTitle;
+    QString settingsDescription;
+};
+
+/// The replies to statusRequest(). Bytes that did not come are 0 in a number and missing in a text
+/// or a version.
+[[nodiscard]] DeviceStatus readStatus(const QStringList& replies);
+
+/// As the status shows them: metres with a unit, and [hours:]minutes:seconds.
+[[nodiscard]] QString depthText(int centimetres);
+[[nodiscard]] QString durationText(int seconds);
+
+/// The replies to statusRequest() as texts for display, StatusTextCount of them.
 [[nodiscard]] QStringList statusTexts(const QStringList& replies);
 
 } // namespace device

@@ -5,22 +5,16 @@
 
 #include "device/protocol.h"
 #include "emulator/dive.h"
-#include "image/hexcodec.h"
 #include "image/memoryarea.h"
+#include "image/wholerecord.h"
 
 #include <QTimer>
 
 #include <algorithm>
-#include <string_view>
 
 namespace {
 
 const QByteArray notUnderstood = QByteArrayLiteral("?");
-
-std::string_view view(const QByteArray& text)
-{
-    return {text.constData(), static_cast<std::size_t>(text.size())};
-}
 
 QByteArray withoutLineEnd(const QByteArray& line)
 {
@@ -39,44 +33,6 @@ QByteArray payload(const cMyRecordFields& fields)
     QByteArray bytes(fields.size, '\0');
     std::copy_n(fields.data.cbegin(), fields.size, bytes.begin());
     return bytes;
-}
-
-/// The fields of a record that is no longer and no shorter than its count says.
-std::optional<cMyRecordFields> wholeRecord(const QByteArray& text)
-{
-    cMyRecordFields fields;
-    if (image::decodeRecord(view(text), fields) != image::RecordFault::None ||
-        text.size() != image::recordTextSize(fields.size)) {
-        return std::nullopt;
-    }
-    return fields;
-}
-
-/// The upper 16 bits of the address in a type 4 record, in the public form or in the short one,
-/// which is printed with a count of 00 and summed as such.
-std::optional<quint16> upperAddress(const QByteArray& text)
-{
-    constexpr int segmentSize = 2;
-    constexpr int countPosition = 1;
-    constexpr int typePosition = 7;
-    if (text.mid(typePosition, 2) != "04") { // nearly always
-        return std::nullopt;
-    }
-    QByteArray counted = text;
-    const bool isShort = text.mid(countPosition, 2) == "00";
-    if (isShort) {
-        counted.replace(countPosition, 2, "02"); // what decodes it as the bytes that it has
-    }
-    const auto fields = wholeRecord(counted);
-    if (!fields || fields->type != image::ExtendedLinearAddressRecord ||
-        fields->size != segmentSize) {
-        return std::nullopt;
-    }
-    const auto segment = static_cast<quint16>(fields->data[0] << 8 | fields->data[1]);
-    const quint8 checksum =
-        isShort ? image::recordChecksum(fields->offset, fields->type, segment, nullptr, 0)
-                : image::standardChecksum(*fields);
-    return checksum == fields->checksum ? std::make_optional(segment) : std::nullopt;
 }
 
 /// What is measured once nobody simulates another pressure any more.
@@ -276,11 +232,11 @@ QByteArray cMyVirtualDevice::record(const QByteArray& text)
     }
     // In every memory, so that bytes behind 64 KiB are refused and not stored at the start of one
     // that is shorter.
-    if (const auto upper = upperAddress(text)) {
+    if (const auto upper = image::upperAddress(text)) {
         m_upperAddress = *upper;
         return text;
     }
-    const auto fields = wholeRecord(text);
+    const auto fields = image::wholeRecord(text);
     if (!fields || !image::isChecksumRight(*fields)) {
         return notUnderstood;
     }

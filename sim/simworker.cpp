@@ -4,6 +4,7 @@
 #include "sim/simworker.h"
 
 #include "device/protocol.h"
+#include "device/serialline.h"
 #include "image/hexrecord.h"
 
 #include <QElapsedTimer>
@@ -105,20 +106,13 @@ bool cMySimWorker::mustEnd() const
 
 bool cMySimWorker::openPort(QString const& portName, QSerialPort* port)
 {
-    port->setPortName(portName);
-    port->setBaudRate(QSerialPort::Baud9600);
-    port->setDataBits(QSerialPort::Data8);
-    port->setParity(QSerialPort::NoParity);
-    port->setStopBits(QSerialPort::OneStop);
-    port->setFlowControl(QSerialPort::NoFlowControl);
-    if (portName.isEmpty()) {
-        return false;
+    if (device::openPort(*port, portName)) {
+        return true;
     }
-    if (!port->open(QIODevice::ReadWrite)) {
+    if (!portName.isEmpty()) {
         emit serialPortError(port->errorString());
-        return false;
     }
-    return true;
+    return false;
 }
 
 bool cMySimWorker::writeSingleLine(QSerialPort& port, QString const& line, QString& reply)

@@ -9,9 +9,6 @@
 /// What the table of fields says of one, as the user reads it on the screen.
 namespace manual {
 
-/// A number as the screen shows one that is stored times this factor.
-[[nodiscard]] QString shownNumber(double number, double factor);
-
 /// "5 to 255"; empty for choices, texts and the threshold of a rule.
 [[nodiscard]] QString range(const cMySettingsField& field);
 
@@ -21,15 +18,6 @@ namespace manual {
 
 /// The labels of a field's choices in their order; empty if it offers none.
 [[nodiscard]] QStringList choices(const cMySettingsField& field);
-
-/// The threshold of a rule, whose range and unit are those of the measured value beside it.
-[[nodiscard]] bool isThreshold(const cMySettingsField& field);
-
-/// A member of a rule.
-[[nodiscard]] bool isRuleMember(const cMySettingsField& field);
-
-/// The members of a kind of rule, "timerRule" or "messageRule", taken from its first rule.
-[[nodiscard]] QVector<cMySettingsField> ruleMembers(const QString& kind);
 
 } // namespace manual
 

@@ -5,7 +5,7 @@
 #include "docs/manual/fieldfacts.h"
 #include "docs/manual/markdown.h"
 #include "docs/manual/pages.h"
-#include "editor/fieldcodec.h"
+#include "editor/fieldtext.h"
 #include "editor/rulegrid.h"
 
 #include <QCoreApplication>
@@ -37,11 +37,11 @@ QString facts(const cMySettingsField& field)
         text += fact("Room", QStringLiteral("%1 characters").arg(editor::textCapacity(field)));
         text += fact("Characters", QStringLiteral("ASCII, so no accents"));
     }
-    if (manual::isThreshold(field)) {
+    if (editor::isThreshold(field)) {
         text += fact("Range and unit", QStringLiteral("those of the measured value"));
     }
     text += fact("Default", literal(manual::defaultValue(field)));
-    if (!labels.isEmpty() && !manual::isRuleMember(field)) {
+    if (!labels.isEmpty() && !editor::isRuleMember(field)) {
         text += fact("Choices", literal(labels.join(QStringLiteral(" · "))));
     }
     return manual::block(QStringLiteral("facts"), text);

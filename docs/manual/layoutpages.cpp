@@ -6,7 +6,7 @@
 #include "docs/manual/markdown.h"
 #include "docs/manual/optiontables.h"
 #include "docs/manual/pages.h"
-#include "editor/fieldcodec.h"
+#include "editor/fieldtext.h"
 #include "editor/tablemodel.h"
 
 #include <algorithm>
@@ -52,13 +52,13 @@ QString factor(const cMySettingsField& field)
     if (isText || field.encoding == FieldEncoding::Bytes) {
         return nothing;
     }
-    return manual::isThreshold(field) ? QStringLiteral("of the value")
+    return editor::isThreshold(field) ? QStringLiteral("of the value")
                                       : QString::number(field.factor);
 }
 
 QString shownRange(const cMySettingsField& field)
 {
-    if (manual::isThreshold(field)) {
+    if (editor::isThreshold(field)) {
         return QStringLiteral("of the value");
     }
     if (!field.optionTable.isEmpty()) {
@@ -100,7 +100,7 @@ QString fieldTable()
     constexpr int share = 14;
     QVector<QStringList> rows;
     for (const cMySettingsField& field : editor::settingsFields()) {
-        if (!manual::isRuleMember(field)) {
+        if (!editor::isRuleMember(field)) {
             const QString place =
                 QStringLiteral("%1 (%2)").arg(field.address).arg(hexadecimal(field.address));
             rows.append(QStringList(place) + commonCells(field));
@@ -113,7 +113,7 @@ QString ruleTable(const char* kind, const char* name, int count)
 {
     constexpr int share = 9;
     const QString fieldKind = QString::fromLatin1(kind);
-    const QVector<cMySettingsField> members = manual::ruleMembers(fieldKind);
+    const QVector<cMySettingsField> members = editor::ruleMembers(fieldKind, 1);
     const int first = members.first().address;
     const QString firstMember = members.first().name.section(QLatin1Char('.'), 1);
     const int size =
@@ -156,7 +156,7 @@ QString users(const QList<QStringList>& options)
             continue;
         }
         caption = withoutNumber(editor::caption(field));
-        if (manual::isRuleMember(field)) {
+        if (editor::isRuleMember(field)) {
             kinds += field.name.startsWith(QLatin1String("timer"))
                          ? QStringLiteral("timer rules")
                          : QStringLiteral("message rules");

@@ -6,7 +6,7 @@
 #include "docs/manual/markdown.h"
 #include "docs/manual/optiontables.h"
 #include "docs/manual/pages.h"
-#include "editor/fieldcodec.h"
+#include "editor/fieldtext.h"
 #include "editor/tablemodel.h"
 
 namespace {
@@ -72,8 +72,8 @@ QString values(const cMyAdvice& advice)
         const cMyThresholdScale scale = editor::thresholdScale(options, row);
         const bool isCompared = !scale.unit.isEmpty();
         const QString range = QStringLiteral("%1 to %2")
-                                  .arg(manual::shownNumber(scale.minimum, scale.factor),
-                                       manual::shownNumber(scale.maximum, scale.factor));
+                                  .arg(editor::shownNumber(scale.minimum, scale.factor),
+                                       editor::shownNumber(scale.maximum, scale.factor));
         rows.append({literal(options.cell(row, cMyTableModel::Label)),
                      literal(editor::plainUnit(scale.unit)), isCompared ? range : QString(),
                      advice.meaning(measuredValues, code.toInt())});

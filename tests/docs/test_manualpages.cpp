@@ -5,6 +5,7 @@
 #include "docs/manual/fieldfacts.h"
 #include "docs/manual/markdown.h"
 #include "docs/manual/pages.h"
+#include "editor/fieldtext.h"
 #include "tests/docs/completeadvice.h"
 
 #include <QTranslator>
@@ -89,7 +90,7 @@ void TestManualPages::everyFieldAppears()
     const QString layout = page("layout.md");
     for (const cMySettingsField& field : editor::settingsFields()) {
         const bool isLaterRule =
-            manual::isRuleMember(field) && !field.name.contains(QLatin1String("01."));
+            editor::isRuleMember(field) && !field.name.contains(QLatin1String("01."));
         const QString caption = manual::literal(editor::caption(field))
                                     .remove(QRegularExpression(QStringLiteral("^\\d+\\. ")));
         QVERIFY2(isLaterRule || layout.contains(QStringLiteral("| %1 |").arg(caption)),

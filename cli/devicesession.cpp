@@ -1,0 +1,251 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/devicesession.h"
+
+#include "cli/console.h"
+#include "cli/emulateddevice.h"
+#include "cli/interruption.h"
+#include "cli/invocation.h"
+#include "cli/portchoice.h"
+#include "device/protocol.h"
+#include "device/serialline.h"
+#include "emulator/trace.h"
+#include "image/wholerecord.h"
+
+#include <QFileInfo>
+
+#include <chrono>
+
+#include <unistd.h>
+
+using cli::ExitStatus;
+
+namespace {
+
+/// A device that keeps sending, but not its answer, is not waited for without end.
+constexpr std::chrono::seconds longestAnswer(10);
+
+const QString rootLine = QLatin1String(device::rootWord) + QLatin1String(device::lineEnd);
+
+const QString wayOut = QStringLiteral("plug the device in anew and repeat; if that does not help, "
+                                      "ask \"miolkactl doctor\"");
+
+/// A line as a message shows it.
+QString shown(const QString& line)
+{
+    constexpr int longest = 60;
+    const QString text = line.trimmed();
+    return text.size() > longest ? text.left(longest) + QStringLiteral("...") : text;
+}
+
+} // namespace
+
+namespace cli {
+
+cMyOutcome openTrace(const cMyInvocation& invocation, std::shared_ptr<cMyTrace>& trace)
+{
+    if (!invocation.has("trace")) {
+        return {};
+    }
+    const QString path = invocation.value("trace");
+    if (QFileInfo::exists(path)) {
+        return {ExitStatus::BadFile,
+                {QStringLiteral("%1: is there already; name another file for the trace, or remove "
+                                "this one")
+                     .arg(path)}};
+    }
+    trace = std::make_shared<cMyTrace>();
+    if (!trace->open(path)) {
+        return {ExitStatus::BadFile,
+                {QStringLiteral("%1: cannot be written; nothing was sent").arg(path)}};
+    }
+    return {};
+}
+
+bool isAnswer(const QString& line, const QString& reply, cMyDeviceSession::Answers answers)
+{
+    const QByteArray sent = line.trimmed().toLatin1();
+    const QByteArray text = reply.trimmed().toLatin1();
+    const auto asked = image::wholeRecord(sent);
+    if (answers == cMyDeviceSession::Answers::Echoes || !asked ||
+        asked->type != image::DataRecord) {
+        return sent.compare(text, Qt::CaseInsensitive) == 0;
+    }
+    const auto told = image::wholeRecord(text);
+    return told && image::isChecksumRight(*told) && told->type == asked->type &&
+           told->offset == asked->offset && told->size == asked->size;
+}
+
+} // namespace cli
+
+cMyDeviceSession::cMyDeviceSession(cMyConsole& console)
+    : m_console(console), m_channel([this] {
+          return cli::isInterrupted() || m_answerEnd.hasExpired() ? cMyLineChannel::Haste::Stop
+                                                                  : cMyLineChannel::Haste::None;
+      })
+{
+}
+
+cMyDeviceSession::~cMyDeviceSession() = default;
+
+cMyOutcome cMyDeviceSession::open(const cMyInvocation& invocation)
+{
+    cMyFoundPort port;
+    cMyOutcome outcome =
+        invocation.has("emulator") ? startEmulated(port) : cli::choosePort(invocation, port);
+    std::shared_ptr<cMyTrace> trace;
+    if (outcome.isDone()) {
+        outcome = cli::openTrace(invocation, trace);
+    }
+    if (!outcome.isDone()) {
+        return outcome;
+    }
+    setTrace(trace, 0);
+    return open(port);
+}
+
+cMyOutcome cMyDeviceSession::open(const cMyFoundPort& port)
+{
+    m_name = port.name;
+    m_isGone = false;
+    if (!device::openPort(m_port, port.path)) {
+        return openFailure(port.path);
+    }
+    m_answerEnd.setRemainingTime(longestAnswer);
+    m_channel.settle(m_port);
+    m_console.detail(QStringLiteral("%1: open").arg(m_name));
+    return {};
+}
+
+cMyOutcome cMyDeviceSession::startEmulated(cMyFoundPort& port)
+{
+    m_emulated = std::make_unique<cMyEmulatedDevice>();
+    port.name = QStringLiteral("emulator");
+    port.path = m_emulated->start();
+    if (port.path.isEmpty()) {
+        return {ExitStatus::NoDevice,
+                {QStringLiteral("the system has no pseudo-terminal for a virtual device")}};
+    }
+    return {};
+}
+
+cMyOutcome cMyDeviceSession::openFailure(const QString& path) const
+{
+    const QSerialPort::SerialPortError error = m_port.error();
+    if (error == QSerialPort::DeviceNotFoundError) {
+        return {ExitStatus::NoDevice, {QStringLiteral("%1: the device has gone").arg(m_name)}};
+    }
+    if (error != QSerialPort::PermissionError) {
+        return {ExitStatus::NoDevice,
+                {QStringLiteral("%1: cannot be used as a serial port: %2")
+                     .arg(m_name, m_port.errorString())}};
+    }
+    const bool isAllowed = access(QFile::encodeName(path).constData(), R_OK | W_OK) == 0;
+    return {ExitStatus::NotAllowed,
+            {isAllowed ? QStringLiteral("%1: the port is in use by another program").arg(m_name)
+                       : QStringLiteral("%1: you are not allowed to use the port").arg(m_name),
+             QStringLiteral("\"miolkactl doctor\" says more, and what to do")}};
+}
+
+void cMyDeviceSession::setTrace(const std::shared_ptr<cMyTrace>& trace, int number)
+{
+    m_trace = trace;
+    m_number = number;
+    if (m_trace) {
+        m_channel.setListener([this](const QByteArray& line) {
+            m_trace->write(cMyTrace::Direction::FromDevice, m_number, line);
+        });
+    }
+}
+
+cMyOutcome cMyDeviceSession::exchange(const QString& title, const QStringList& lines,
+                                      Answers answers, QStringList* replies)
+{
+    const int total = lines.size();
+    cMyOutcome outcome;
+    for (int i = 0; i < total && outcome.isDone(); ++i) {
+        const QString place = QStringLiteral("%1: %2: line %3 of %4")
+                                  .arg(m_name, title.toLower())
+                                  .arg(i + 1)
+                                  .arg(total);
+        QString reply;
+        if (cli::isInterrupted()) {
+            outcome = cancelled(place);
+        } else if (!ask(lines.at(i), reply)) {
+            outcome = silence(place, lines.at(i));
+        } else if (!cli::isAnswer(lines.at(i), reply, answers)) {
+            outcome = nonsense(place, lines.at(i), reply);
+        } else {
+            m_console.progress(title, i + 1, total);
+        }
+        if (replies != nullptr) {
+            replies->append(reply);
+        }
+    }
+    m_console.progress(title, 0, 0);
+    tellTraceFailure();
+    return outcome;
+}
+
+bool cMyDeviceSession::ask(const QString& line, QString& reply)
+{
+    traceLine(line);
+    m_answerEnd.setRemainingTime(longestAnswer);
+    return m_channel.exchange(m_port, line, reply);
+}
+
+cMyOutcome cMyDeviceSession::silence(const QString& place, const QString& line)
+{
+    const QSerialPort::SerialPortError error = m_port.error();
+    m_isGone =
+        !m_port.isOpen() || (error != QSerialPort::TimeoutError && error != QSerialPort::NoError);
+    if (!m_isGone) {
+        // Its answer is not waited for: there was none to the line before.
+        traceLine(rootLine);
+        m_port.write(rootLine.toLatin1());
+        m_port.flush();
+    }
+    m_port.close();
+    const QString what = m_isGone ? QStringLiteral("%1 (%2): the device has gone")
+                                  : QStringLiteral("%1 (%2): the device does not answer");
+    return {ExitStatus::Protocol, {what.arg(place, shown(line)), wayOut}};
+}
+
+cMyOutcome cMyDeviceSession::nonsense(const QString& place, const QString& line,
+                                      const QString& reply)
+{
+    QString left;
+    static_cast<void>(ask(rootLine, left));
+    m_port.close();
+    return {ExitStatus::Protocol,
+            {QStringLiteral("%1 (%2): the device answers \"%3\", which is no answer to that")
+                 .arg(place, shown(line), shown(reply)),
+             wayOut}};
+}
+
+cMyOutcome cMyDeviceSession::cancelled(const QString& place)
+{
+    QString reply;
+    const bool isLeft = ask(rootLine, reply) && cli::isAnswer(rootLine, reply, Answers::Echoes);
+    m_port.close();
+    return {
+        ExitStatus::Cancelled,
+        {isLeft ? QStringLiteral("%1: cancelled; the device is in its root mode").arg(place)
+                : QStringLiteral("%1: cancelled; the device does not answer any more").arg(place)}};
+}
+
+void cMyDeviceSession::traceLine(const QString& line)
+{
+    if (m_trace) {
+        m_trace->write(cMyTrace::Direction::ToDevice, m_number, line.toLatin1());
+    }
+}
+
+void cMyDeviceSession::tellTraceFailure()
+{
+    if (m_trace && m_trace->hasFailed() && !m_isTraceFailureTold) {
+        m_isTraceFailureTold = true;
+        m_console.error(QStringLiteral("the trace is not complete: its file cannot be written"));
+    }
+}

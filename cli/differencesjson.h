@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_CLI_DIFFERENCESJSON_H
+#define MIOLKA_CLI_DIFFERENCESJSON_H
+
+#include "cli/differences.h"
+
+class QJsonArray;
+
+namespace cli {
+
+/// An object for each, with the keys "field", "before", "after" and "isCounted".
+[[nodiscard]] QJsonArray toJson(const QVector<cMySettingsDifference>& differences);
+
+} // namespace cli
+
+#endif

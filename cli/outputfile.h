@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef MIOLKA_CLI_OUTPUTFILE_H
+#define MIOLKA_CLI_OUTPUTFILE_H
+
+#include "cli/outcome.h"
+
+class cMyConsole;
+class cMyMemoryArea;
+struct cMyInvocation;
+
+/// Settings files as results. Each is written whole or not at all; what was there before is kept
+/// in the backup directory first, and the console is told where.
+namespace cli {
+
+/// Writes the image to a file that is not there yet; with --force, to one that is. BadFile, with
+/// everything as it was, if there is one, or if it cannot be kept or written. The image is not
+/// modified any more afterwards.
+[[nodiscard]] cMyOutcome writeImageFile(const QString& path, cMyMemoryArea& image,
+                                        const cMyInvocation& invocation, cMyConsole& console);
+
+/// The same for a file that is to be written over.
+[[nodiscard]] cMyOutcome replaceImageFile(const QString& path, cMyMemoryArea& image,
+                                          const cMyInvocation& invocation, cMyConsole& console);
+
+} // namespace cli
+
+#endif

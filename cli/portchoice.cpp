@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/portchoice.h"
+
+#include "cli/invocation.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+cMyOutcome noDevice(const QString& reason, const QString& wayOut)
+{
+    return {cli::ExitStatus::NoDevice, {reason, wayOut}};
+}
+
+cMyOutcome bootLoader(const QString& name)
+{
+    return noDevice(
+        QStringLiteral("%1: this device waits in its boot loader for a firmware update, "
+                       "and understands nothing else")
+            .arg(name),
+        QStringLiteral("leave that mode with [Start Application] in the program for "
+                       "firmware updates, then plug the device in anew"));
+}
+
+cMyOutcome chooseNamed(const QString& name, cMyFoundPort& port)
+{
+    const QString path = name.contains(QLatin1Char('/')) ? name : QStringLiteral("/dev/") + name;
+    const QFileInfo node(path);
+    if (name.isEmpty() || !node.exists()) {
+        return noDevice(QStringLiteral("there is no port \"%1\"").arg(name),
+                        QStringLiteral("\"miolkactl ports\" lists the devices attached"));
+    }
+    const QVector<cMyFoundPort> found = cli::findPorts();
+    const auto* known = std::find_if(found.cbegin(), found.cend(), [&](const cMyFoundPort& each) {
+        return !each.path.isEmpty() &&
+               QFileInfo(each.path).canonicalFilePath() == node.canonicalFilePath();
+    });
+    if (known != found.cend()) {
+        port = *known;
+    } else {
+        port.name =
+            path.startsWith(QLatin1String("/dev/")) ? path.mid(QString("/dev/").size()) : path;
+        port.path = path;
+    }
+    return port.isBootLoader ? bootLoader(port.name) : cMyOutcome();
+}
+
+} // namespace
+
+namespace cli {
+
+cMyOutcome choosePort(const cMyInvocation& invocation, cMyFoundPort& port)
+{
+    if (invocation.has("port")) {
+        return chooseNamed(invocation.value("port"), port);
+    }
+    QVector<cMyFoundPort> ports;
+    const cMyOutcome outcome = chooseAllPorts(ports);
+    if (!outcome.isDone()) {
+        return outcome;
+    }
+    if (ports.size() > 1) {
+        QStringList names;
+        for (const cMyFoundPort& each : ports) {
+            names.append(each.name);
+        }
+        return noDevice(QStringLiteral("several devices are attached: %1")
+                            .arg(names.join(QStringLiteral(", "))),
+                        QStringLiteral("name one of them: --port %1").arg(names.constFirst()));
+    }
+    port = ports.constFirst();
+    return {};
+}
+
+cMyOutcome chooseAllPorts(QVector<cMyFoundPort>& ports)
+{
+    const QVector<cMyFoundPort> found = findPorts();
+    std::copy_if(found.cbegin(), found.cend(), std::back_inserter(ports),
+                 [](const cMyFoundPort& each) { return !each.isBootLoader; });
+    if (!ports.isEmpty()) {
+        return {};
+    }
+    if (!found.isEmpty()) {
+        return bootLoader(found.constFirst().name);
+    }
+    return noDevice(QStringLiteral("no device is attached"),
+                    QStringLiteral("plug it in; \"miolkactl doctor\" says why one that is plugged "
+                                   "in is not found"));
+}
+
+} // namespace cli

@@ -1,0 +1,221 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/commands.h"
+#include "cli/confirmation.h"
+#include "cli/console.h"
+#include "cli/devicesession.h"
+#include "cli/differencesjson.h"
+#include "cli/invocation.h"
+#include "cli/portchoice.h"
+#include "cli/settingsource.h"
+#include "cli/settingswriter.h"
+#include "editor/fieldcodec.h"
+#include "emulator/trace.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+using cli::ExitStatus;
+
+namespace {
+
+/// One device that is written to, and what became of it.
+struct Target
+{
+    Target(const cMyInvocation& invocation, cMyConsole& console)
+        : session(console), writer(session, invocation, console)
+    {
+    }
+
+    [[nodiscard]] bool isDue() const { return outcome.isDone() && writer.isNeeded(); }
+
+    cMyDeviceSession session;
+    cMySettingsWriter writer;
+    cMyOutcome outcome;
+    bool isWritten = false;
+};
+
+/// Writes one image to the devices that the invocation chooses.
+class Writing
+{
+public:
+    Writing(const cMyInvocation& invocation, cMyConsole& console)
+        : m_invocation(invocation), m_console(console)
+    {
+    }
+
+    ExitStatus run()
+    {
+        cMyOutcome outcome = load();
+        if (outcome.isDone()) {
+            outcome = open();
+        }
+        if (!outcome.isDone()) {
+            return m_console.tell(outcome);
+        }
+        for (const auto& target : m_targets) {
+            if (target->outcome.isDone()) {
+                target->outcome = target->writer.prepare(m_image);
+            }
+            tellChanges(*target);
+        }
+        outcome = confirmed();
+        if (!outcome.isDone()) {
+            return m_console.tell(outcome);
+        }
+        for (const auto& target : m_targets) {
+            if (target->isDue()) {
+                target->outcome = target->writer.write();
+                target->isWritten = target->outcome.isDone();
+            }
+        }
+        return report();
+    }
+
+private:
+    [[nodiscard]] cMyOutcome load()
+    {
+        if (m_invocation.has("all") && m_invocation.has("port")) {
+            return {ExitStatus::Usage, {QStringLiteral("--all and --port exclude each other")}};
+        }
+        const cMyOutcome outcome = cli::loadSettings(m_invocation.operands.constFirst(), m_image);
+        if (outcome.isDone() && !m_invocation.has("restore")) {
+            m_image.setData(0, editor::versionBytes(QStringLiteral(MIOLKA_VERSION)));
+        }
+        return outcome;
+    }
+
+    Target& addTarget()
+    {
+        m_targets.push_back(std::make_unique<Target>(m_invocation, m_console));
+        return *m_targets.back();
+    }
+
+    /// A port of several that cannot be opened is reported in the end like any other failure.
+    [[nodiscard]] cMyOutcome open()
+    {
+        if (!m_invocation.has("all") || m_invocation.has("emulator")) {
+            return addTarget().session.open(m_invocation);
+        }
+        QVector<cMyFoundPort> ports;
+        cMyOutcome outcome = cli::chooseAllPorts(ports);
+        std::shared_ptr<cMyTrace> trace;
+        if (outcome.isDone()) {
+            outcome = cli::openTrace(m_invocation, trace);
+        }
+        if (!outcome.isDone()) {
+            return outcome;
+        }
+        if (trace) {
+            trace->setNumbered(true);
+        }
+        int number = 0;
+        for (const cMyFoundPort& port : qAsConst(ports)) {
+            Target& target = addTarget();
+            target.session.setTrace(trace, number++);
+            target.outcome = target.session.open(port);
+        }
+        return {};
+    }
+
+    void tellChanges(const Target& target)
+    {
+        if (!target.isDue()) {
+            return;
+        }
+        m_console.say(QStringLiteral("%1 would change:").arg(target.writer.deviceName()));
+        for (const QString& line : cli::differenceLines(target.writer.changes())) {
+            m_console.say(QStringLiteral("  ") + line);
+        }
+    }
+
+    [[nodiscard]] cMyOutcome confirmed()
+    {
+        QStringList names;
+        for (const auto& target : m_targets) {
+            if (target->isDue()) {
+                names.append(target->writer.deviceName());
+            }
+        }
+        if (names.isEmpty()) {
+            return {};
+        }
+        return cli::confirm(
+            m_invocation, m_console,
+            QStringLiteral("Write %1 to %2?")
+                .arg(m_invocation.operands.constFirst(), names.join(QStringLiteral(", "))));
+    }
+
+    [[nodiscard]] static QString verdict(const Target& target)
+    {
+        if (!target.outcome.isDone()) {
+            return QStringLiteral("failed");
+        }
+        return target.isWritten ? QStringLiteral("written") : QStringLiteral("unchanged");
+    }
+
+    [[nodiscard]] static QString verdictLine(const Target& target)
+    {
+        if (!target.outcome.isDone()) {
+            return target.outcome.reasons.value(0);
+        }
+        return target.writer.deviceName() +
+               (target.isWritten ? QStringLiteral(": written, and read back the same")
+                                 : QStringLiteral(": it holds these settings already; nothing was "
+                                                  "written"));
+    }
+
+    [[nodiscard]] static QJsonObject toJson(const Target& target)
+    {
+        return {
+            {QStringLiteral("port"), target.session.name()},
+            {QStringLiteral("serialNumber"), target.writer.serialNumber()},
+            {QStringLiteral("result"), verdict(target)},
+            {QStringLiteral("status"), static_cast<int>(target.outcome.status)},
+            {QStringLiteral("reasons"), QJsonArray::fromStringList(target.outcome.reasons)},
+            {QStringLiteral("backup"), target.writer.backup()},
+            {QStringLiteral("differences"), cli::toJson(target.writer.changes())},
+        };
+    }
+
+    /// The worst status is the one with the highest number.
+    ExitStatus report()
+    {
+        ExitStatus worst = ExitStatus::Done;
+        QJsonArray devices;
+        for (const auto& target : m_targets) {
+            worst = std::max(worst, m_console.tell(target->outcome));
+            devices.append(toJson(*target));
+            if (!m_console.isJson() && m_invocation.has("all")) {
+                m_console.result(verdictLine(*target));
+            } else if (target->outcome.isDone()) {
+                m_console.say(verdictLine(*target));
+            }
+        }
+        if (m_console.isJson()) {
+            m_console.result(QJsonObject{{QStringLiteral("devices"), devices}});
+        }
+        return worst;
+    }
+
+    const cMyInvocation& m_invocation;
+    cMyConsole& m_console;
+    cMyMemoryArea m_image;
+    std::vector<std::unique_ptr<Target>> m_targets;
+};
+
+} // namespace
+
+namespace cli {
+
+ExitStatus runWrite(const cMyInvocation& invocation, cMyConsole& console)
+{
+    return Writing(invocation, console).run();
+}
+
+} // namespace cli
