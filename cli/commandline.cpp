@@ -4,6 +4,7 @@
 #include "cli/commandtable.h"
 #include "cli/helptext.h"
 #include "cli/invocation.h"
+#include "image/filename.h"
 
 #include <QCommandLineParser>
 
@@ -43,6 +44,18 @@ QString commandName(const QStringList& arguments)
     }
     parser.parse(arguments);
     return parser.positionalArguments().value(0);
+}
+
+/// The number of the first argument whose bytes no text stands for; 0 if there is none. It must
+/// not open a file whose name looks alike.
+int firstMangled(const QStringList& arguments)
+{
+    for (int i = 1; i < arguments.size(); ++i) {
+        if (!image::isEncodable(arguments.at(i))) {
+            return i;
+        }
+    }
+    return 0;
 }
 
 QString operandError(const cMyCommand& command, int count)
@@ -88,6 +101,10 @@ namespace cli {
 
 cMyCommandLine parseCommandLine(const QStringList& arguments)
 {
+    const int mangled = firstMangled(arguments);
+    if (mangled > 0) {
+        return failure(QStringLiteral("argument %1 is not valid UTF-8").arg(mangled));
+    }
     const QString name = commandName(arguments);
     const cMyCommand* command = findCommand(name);
     QCommandLineParser parser;

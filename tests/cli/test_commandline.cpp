@@ -18,6 +18,9 @@ private slots:
     void helpTellsTheWholeCommand_data();
     void helpTellsTheWholeCommand();
     void versionIsTold();
+    void lostResultsEndInAFailure_data();
+    void lostResultsEndInAFailure();
+    void mangledNamesAreRefused();
 };
 
 void TestCommandLine::usageErrors_data()
@@ -93,6 +96,38 @@ void TestCommandLine::versionIsTold()
     const support::ToolResult result = support::ToolRun().run({"--version"});
     QCOMPARE(result.status, 0);
     QCOMPARE(result.out, QStringLiteral("miolkactl " MIOLKA_VERSION "\n"));
+}
+
+void TestCommandLine::lostResultsEndInAFailure_data()
+{
+    QTest::addColumn<QString>("redirection");
+    QTest::newRow("full disk") << ">/dev/full";
+    QTest::newRow("closed") << ">&-";
+}
+
+void TestCommandLine::lostResultsEndInAFailure()
+{
+    QFETCH(QString, redirection);
+    support::ToolRun tool;
+    const QString program = tool.process.program();
+    tool.process.setProgram("sh");
+    const support::ToolResult result =
+        tool.run({"-c", "exec \"$0\" --version " + redirection, program});
+    QCOMPARE(result.status, 5);
+    QCOMPARE(
+        result.err,
+        QStringLiteral("miolkactl: the results could not be written to the standard output\n"));
+}
+
+void TestCommandLine::mangledNamesAreRefused()
+{
+    support::ToolRun tool;
+    const QString program = tool.process.program();
+    tool.process.setProgram("sh");
+    const support::ToolResult result =
+        tool.run({"-c", "exec \"$0\" show \"$(printf 'a\\377.mio')\"", program});
+    QCOMPARE(result.status, 2);
+    QCOMPARE(result.err, QStringLiteral("miolkactl: argument 2 is not valid UTF-8\n"));
 }
 
 QTEST_GUILESS_MAIN(TestCommandLine)
