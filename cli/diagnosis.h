@@ -37,7 +37,7 @@ struct cMyExamination
     cMyUser user;
     QString chosenPort; ///< the name or path of the only port that matters; empty if all do
     std::function<cMyPortProbe(const QString& path)> probe = cli::probePort;
-    std::function<bool(const QString& path)> answers = cli::doesAnswer;
+    std::function<bool(const QString& path)> answers; ///< asked of what can be opened
 };
 
 namespace cli {

@@ -3,8 +3,11 @@
 
 #include "cli/commands.h"
 #include "cli/console.h"
+#include "cli/devicesession.h"
 #include "cli/diagnosis.h"
+#include "cli/interruption.h"
 #include "cli/invocation.h"
+#include "device/protocol.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -24,6 +27,21 @@ void print(const cMyFinding& finding, cMyConsole& console)
             console.result(command);
         }
     }
+}
+
+/// By a line that changes nothing but that the device leaves a mode that it was left in.
+bool doesAnswer(const QString& path, const std::shared_ptr<cMyTrace>& trace, cMyConsole& console)
+{
+    cMyFoundPort port;
+    port.name = path;
+    port.path = path;
+    cMyDeviceSession session(console);
+    session.setTrace(trace, 0);
+    const QString line = QLatin1String(device::rootWord) + QLatin1String(device::lineEnd);
+    return session.open(port).isDone() && session
+                                              .exchange(QStringLiteral("asking the device"), {line},
+                                                        cMyDeviceSession::Answers::Echoes)
+                                              .isDone();
 }
 
 QJsonObject objectOf(const cMyFinding& finding)
@@ -47,11 +65,23 @@ namespace cli {
 
 ExitStatus runDoctor(const cMyInvocation& invocation, cMyConsole& console)
 {
+    std::shared_ptr<cMyTrace> trace;
+    const cMyOutcome traceOutcome = openTrace(invocation, trace);
+    if (!traceOutcome.isDone()) {
+        return console.tell(traceOutcome);
+    }
     cMyExamination examination;
     examination.ports = findPorts(examination.system);
     examination.user = currentUser();
     examination.chosenPort = invocation.value("port");
+    examination.answers = [&](const QString& path) {
+        return doesAnswer(path, trace, console);
+    };
     const QVector<cMyFinding> findings = diagnose(examination);
+    if (isInterrupted()) {
+        console.error(QStringLiteral("cancelled"));
+        return ExitStatus::Cancelled;
+    }
     const ExitStatus status = statusOf(findings);
     if (!console.isJson()) {
         for (const cMyFinding& finding : findings) {

@@ -3,9 +3,7 @@
 
 #include "cli/portprobe.h"
 
-#include "cli/interruption.h"
-#include "device/linechannel.h"
-#include "device/protocol.h"
+#include "device/serialline.h"
 
 #include <QFileInfo>
 #include <QSerialPort>
@@ -24,35 +22,17 @@ Access accessAfter(QSerialPort::SerialPortError error, const QString& path)
     return node.isReadable() && node.isWritable() ? Access::Busy : Access::Forbidden;
 }
 
-cMyLineChannel::Haste hasteOfUser()
-{
-    return cli::isInterrupted() ? cMyLineChannel::Haste::Leave : cMyLineChannel::Haste::None;
-}
-
 } // namespace
 
 namespace cli {
 
 cMyPortProbe probePort(const QString& path)
 {
-    QSerialPort port(path);
-    if (port.open(QIODevice::ReadWrite)) {
+    QSerialPort port;
+    if (device::openPort(port, path)) {
         return {};
     }
     return {accessAfter(port.error(), path), port.errorString()};
-}
-
-bool doesAnswer(const QString& path)
-{
-    QSerialPort port(path);
-    if (!port.open(QIODevice::ReadWrite)) {
-        return false;
-    }
-    cMyLineChannel channel(hasteOfUser);
-    channel.settle(port);
-    QString reply;
-    return channel.exchange(port, QLatin1String(device::rootWord) + QLatin1String(device::lineEnd),
-                            reply);
 }
 
 } // namespace cli

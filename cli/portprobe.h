@@ -25,10 +25,6 @@ namespace cli {
 /// Opens the port for itself alone and closes it again, without sending anything.
 [[nodiscard]] cMyPortProbe probePort(const QString& path);
 
-/// Whether the device at the port answers a line that changes nothing but that it leaves a mode
-/// that it was left in. Waits no longer than an answer may take.
-[[nodiscard]] bool doesAnswer(const QString& path);
-
 } // namespace cli
 
 #endif

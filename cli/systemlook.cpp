@@ -84,7 +84,7 @@ QString modeOf(QFileDevice::Permissions permissions)
 
 } // namespace
 
-cMySystemLook::cMySystemLook(const QString& root) : m_root(root) {}
+cMySystemLook::cMySystemLook(QString root) : m_root(std::move(root)) {}
 
 QString cMySystemLook::path(const QString& absolute) const
 {

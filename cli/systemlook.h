@@ -38,7 +38,7 @@ class cMySystemLook
 {
 public:
     /// The directory that the files are below; another one than the root is for tests.
-    explicit cMySystemLook(const QString& root = QStringLiteral("/"));
+    explicit cMySystemLook(QString root = QStringLiteral("/"));
 
     /// Devices and boot loaders of ours, in the order of their names.
     [[nodiscard]] QVector<cMyUsbDevice> usbDevices() const;

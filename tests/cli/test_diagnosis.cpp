@@ -128,6 +128,7 @@ void TestDiagnosis::aBootLoader()
 
 void TestDiagnosis::aDeviceThatAnswers()
 {
+    m_tree->putUsbDevice("1-4", "03eb", "2018", "ttyACM0");
     const QVector<cMyFinding> findings = cli::diagnose(examination(Access::Free));
     QCOMPARE(findings.size(), 1);
     QCOMPARE(findings.first().kind, "well");
