@@ -3,14 +3,12 @@
 
 #include "cli/commandtable.h"
 
+#include "cli/commanddetails.h"
 #include "cli/commands.h"
-#include "cli/devicedetails.h"
 
 #include <algorithm>
 
 namespace {
-
-using cli::ExitStatus;
 
 const cMyOption yesOption = {'y', "yes", "", Completion::None, "Do not ask"};
 const cMyOption forceOption = {
@@ -19,95 +17,92 @@ const cMyOption forceOption = {
 const cMyOption backupOption = {'\0', "backup-dir", "DIR", Completion::Directory,
                                 "Keep backups there, not in the user's data directory"};
 
-QVector<cMyCommand> buildCommands()
+const cMyOption allOption = {'\0', "all", "", Completion::None, "Write to every attached device"};
+const cMyOption restoreOption = {
+    '\0', "restore", "", Completion::None,
+    "FILE is a backup: write it byte for byte, without the version of this program"};
+const cMyOption profileOption = {'p', "profile", "PROFILE", Completion::Profile,
+                                 "The dive: a file, or freedive, square or sawtooth"};
+const cMyOption diveOption = {'\0', "dive", "N", Completion::None,
+                              "Which dive of the file, counted from 1"};
+const cMyOption plotOption = {'\0', "plot", "FILE", Completion::Picture,
+                              "Draw the dive as a picture (.svg or .png)"};
+
+QVector<cMyCommand> lookingCommands()
 {
     return {
-        {"ports", {}, {}, "list the devices and boot loaders found", "", cli::runPorts},
+        {"ports",
+         {},
+         {},
+         "list the devices and boot loaders found",
+         cli::portsDetails,
+         cli::runPorts},
         {"status",
          {},
          {},
          "show the status of the device and its self-test",
          cli::statusDetails,
          cli::runStatus},
-        {"ports",
+        {"doctor",
          {},
          {},
-         "list the devices and boot loaders found",
-         "Each line tells the port and, where it cannot be opened, why. Ports are opened for a "
-         "moment, but nothing is sent to a device.",
-         cli::runPorts},
-        {"status", {}, {}, "show the status of the device and its self-test", "", cli::runStatus},
+         "say why a device is not found or cannot be used, and what to do",
+         cli::doctorDetails,
+         cli::runDoctor},
+    };
+}
+
+QVector<cMyCommand> settingsCommands()
+{
+    return {
         {"show",
          {{"SOURCE", Completion::ImageSource}},
          {},
          "show every field of the settings, rules as sentences",
-         "SOURCE is a settings file, \"device\" for the attached device or \"default\" for the "
-         "built-in settings.\n\n"
-         "Rules are told as sentences, those that are switched off in short; with -v, each with "
-         "its "
-         "members. --json tells the stored bytes, the value, the unit and the label of every "
-         "field, and every rule as a sentence.",
+         cli::showDetails,
          cli::runShow},
         {"get",
          {{"SOURCE", Completion::ImageSource}, {"FIELD", Completion::Field, true}},
          {},
          "print the values of fields",
-         "SOURCE is a settings file, \"device\" or \"default\". FIELD is a name as \"show\" prints "
-         "it; that of a rule, such as messageRule07, stands for all of its members.\n\n"
-         "The value of one field is printed as it is. Of several, each is a line FIELD=VALUE, "
-         "which "
-         "\"set\" takes; line breaks in the description are \\n there, and backslashes \\\\.",
+         cli::getDetails,
          cli::runGet},
         {"set",
          {{"FILE", Completion::SettingsFile}, {"FIELD=VALUE", Completion::Assignment, true}},
          {backupOption},
          "change fields of a settings file, and nothing else in it",
-         "Numbers are in the unit of the field, which may be left out: diveThreshold=120 or "
-         "\"diveThreshold=120 cm\". Choices are given by their label, in small or capital letters, "
-         "or by the number that is stored for it. Texts are ASCII; in the description, \\n is a "
-         "line "
-         "break and \\\\ a backslash. The threshold of a rule is in the unit of the value that the "
-         "rule compares after this call. An empty VALUE empties a text.\n\n"
-         "If anything on the line is wrong, nothing is changed. Otherwise the file is first kept "
-         "in "
-         "the backup directory, and then the bytes of these fields are replaced, and no others: "
-         "gravity does not follow altitude and latitude, as it does in the window. What changed "
-         "is printed. Bytes that the file did not give are added, with their default values. If "
-         "nothing changes, nothing is written.",
+         cli::setDetails,
          cli::runSet},
         {"diff",
          {{"A", Completion::ImageSource}, {"B", Completion::ImageSource}},
          {},
          "compare two sets of settings field by field",
-         "A and B are each a settings file, \"device\" or \"default\". Rules that differ are told "
-         "as "
-         "sentences, then their members; bytes that belong to no field are told, too.\n\n"
-         "The status is 1 if they differ and 0 if they do not. The version of the program that "
-         "wrote "
-         "the settings last is shown, but does not count.",
+         cli::diffDetails,
          cli::runDiff},
         {"check",
          {{"FILE", Completion::SettingsFile}},
          {},
          "look for faults and doubts in a settings file",
-         "Faults make a file unusable, and the status 5: text that is no Intel HEX record, wrong "
-         "checksums, addresses beyond the settings, bytes with two values, a missing end. Each is "
-         "told with its line. The window reads such a file up to its first fault and says "
-         "nothing.\n\n"
-         "Doubts leave the status 0. They are about what is allowed but hardly meant: a file that "
-         "gives only some of the bytes, unknown choices, numbers out of range and what the window "
-         "would make of them, dive thresholds too near to each other, texts without an end, rules "
-         "that never speak or act, rules that speak without end, and thresholds without effect. "
-         "Rules are understood as the virtual device understands them.",
+         cli::checkDetails,
          cli::runCheck},
         {"new",
          {{"FILE", Completion::SettingsFile}},
          {forceOption, backupOption},
          "write the built-in default settings to a file",
-         "A file that is there already is an error. With --force it is kept in the backup "
-         "directory "
-         "and then replaced.",
+         cli::newDetails,
          cli::runNew},
+        {"rehearse",
+         {{"SOURCE", Completion::ImageSource}},
+         {profileOption, diveOption, plotOption, forceOption, backupOption},
+         "dive with a virtual device and print what it says",
+         cli::rehearseDetails,
+         cli::runRehearse},
+    };
+}
+
+QVector<cMyCommand> transferCommands()
+{
+    return {
         {"read",
          {{"FILE", Completion::SettingsFile}},
          {forceOption, backupOption},
@@ -116,11 +111,7 @@ QVector<cMyCommand> buildCommands()
          cli::runRead},
         {"write",
          {{"FILE", Completion::SettingsFile}},
-         {yesOption,
-          backupOption,
-          {'\0', "all", "", Completion::None, "Write to every attached device"},
-          {'\0', "restore", "", Completion::None,
-           "FILE is a backup: write it byte for byte, without the version of this program"}},
+         {yesOption, backupOption, allOption, restoreOption},
          "write a settings file to the device",
          cli::writeDetails,
          cli::runWrite},
@@ -136,6 +127,12 @@ QVector<cMyCommand> buildCommands()
          "send a sound or messages library to the device",
          cli::uploadDetails,
          cli::runUpload},
+    };
+}
+
+QVector<cMyCommand> serviceCommands()
+{
+    return {
         {"reset", {}, {yesOption}, "start the device anew", cli::resetDetails, cli::runReset},
         {"clear-stats",
          {},
@@ -155,36 +152,6 @@ QVector<cMyCommand> buildCommands()
          "start the boot loader of the device",
          cli::bootDetails,
          cli::runBoot},
-        {"rehearse",
-         {{"SOURCE", Completion::ImageSource}},
-         {{'p', "profile", "PROFILE", Completion::Profile,
-           "The dive: a file, or freedive, square or sawtooth"},
-          {'\0', "dive", "N", Completion::None, "Which dive of the file, counted from 1"},
-          {'\0', "plot", "FILE", Completion::Picture, "Draw the dive as a picture (.svg or .png)"},
-          forceOption,
-          backupOption},
-         "dive with a virtual device and print what it says",
-         "SOURCE is a settings file, \"device\" for the attached device or \"default\" for the "
-         "built-in settings.\n\n"
-         "PROFILE is freedive (30 m in a minute), square (up from 18 m after 40 minutes) or "
-         "sawtooth; or a file: a table of seconds and metres (.csv), a log of Subsurface (.ssrf, "
-         ".xml) or one in the Universal Dive Data Format (.uddf). Of several dives the first is "
-         "taken, unless --dive chooses another. The rehearsal ends with a minute at the "
-         "surface.\n\n"
-         "Each message is printed with its time, the depth and its rule; a + marks one that begins "
-         "less than 2 s after the one before. What is printed is how the virtual device reads the "
-         "rules, which is no promise of what the real one says.",
-         cli::runRehearse},
-        {"doctor",
-         {},
-         {},
-         "say why a device is not found or cannot be used, and what to do",
-         "Looks at USB, at the ports and who may use or has them, and at services that take ports "
-         "for modems, and asks each device that can be opened for a sign of life. Whatever is "
-         "wrong is told with a way out and, where there are, the lines to type. Nothing is "
-         "changed, "
-         "neither in the system nor in a device.",
-         cli::runDoctor},
     };
 }
 
@@ -194,7 +161,8 @@ namespace cli {
 
 const QVector<cMyCommand>& commands()
 {
-    static const QVector<cMyCommand> table = buildCommands();
+    static const QVector<cMyCommand> table =
+        lookingCommands() + settingsCommands() + transferCommands() + serviceCommands();
     return table;
 }
 

@@ -13,11 +13,6 @@ QJsonArray toJson(const QVector<cMySettingsDifference>& differences)
     QJsonArray array;
     for (const cMySettingsDifference& each : differences) {
         array.append(QJsonObject{{QStringLiteral("field"), each.name},
-QJsonArray differencesJson(const QVector<cMySettingsDifference>& differences)
-{
-    QJsonArray array;
-    for (const cMySettingsDifference& each : differences) {
-        array.append(QJsonObject{{QStringLiteral("name"), each.name},
                                  {QStringLiteral("before"), each.before},
                                  {QStringLiteral("after"), each.after},
                                  {QStringLiteral("isCounted"), !each.isVersion}});

@@ -40,7 +40,7 @@ bool doesAnswer(const QString& path, const std::shared_ptr<cMyTrace>& trace, cMy
     const QString line = QLatin1String(device::rootWord) + QLatin1String(device::lineEnd);
     return session.open(port).isDone() && session
                                               .exchange(QStringLiteral("asking the device"), {line},
-                                                        cMyDeviceSession::Answers::Echoes)
+                                                        cMyDeviceSession::Answers::Any)
                                               .isDone();
 }
 

@@ -99,7 +99,7 @@ void TestDevicePorts::answers_data()
     QTest::addColumn<bool>("isRecord");
     QTest::addColumn<bool>("isEcho");
     QTest::newRow("word") << "#HEX"
-                          << "#HEX" << true << true;
+                          << "#HEX" << false << true;
     QTest::newRow("another word") << "#HEX"
                                   << "#ROOT" << false << false;
     QTest::newRow("not understood") << "#HEX"
@@ -128,12 +128,11 @@ void TestDevicePorts::answers_data()
 
 void TestDevicePorts::answers()
 {
-    using Answers = cMyDeviceSession::Answers;
     QFETCH(QString, line);
     QFETCH(QString, reply);
     const QString end = QStringLiteral("\r\n");
-    QTEST(cli::isAnswer(line + end, reply + end, Answers::Records), "isRecord");
-    QTEST(cli::isAnswer(line + end, reply + end, Answers::Echoes), "isEcho");
+    QTEST(cli::isRecordFor(line + end, reply + end), "isRecord");
+    QTEST(cli::isEcho(line + end, reply + end), "isEcho");
 }
 
 QTEST_GUILESS_MAIN(TestDevicePorts)

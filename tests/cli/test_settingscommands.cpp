@@ -317,7 +317,7 @@ void TestSettingsCommands::setKeepsAndTellsWhatItChanges()
     const QJsonObject object = QJsonDocument::fromJson(json.out.toUtf8()).object();
     QCOMPARE(object.value("changes").toArray(),
              (QJsonArray{QJsonObject{
-                 {"name", "volume"}, {"before", "0 dB"}, {"after", "1 dB"}, {"isCounted", true}}}));
+                 {"field", "volume"}, {"before", "0 dB"}, {"after", "1 dB"}, {"isCounted", true}}}));
     QCOMPARE(QDir(elsewhere).entryList(QDir::Files).size(), 1);
 }
 
@@ -444,7 +444,7 @@ void TestSettingsCommands::diffAsJson()
     QCOMPARE(result.status, 1);
     const QJsonObject object = QJsonDocument::fromJson(result.out.toUtf8()).object();
     QCOMPARE(object.value("isDifferent"), QJsonValue(true));
-    QCOMPARE(object.value("differences").toArray().first().toObject().value("name"),
+    QCOMPARE(object.value("differences").toArray().first().toObject().value("field"),
              QJsonValue("messageRule02.condition"));
     QCOMPARE(object.value("rules").toObject().value("messageRule02").toObject().value("after"),
              QJsonValue("anytime: do nothing"));

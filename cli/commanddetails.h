@@ -1,12 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef MIOLKA_CLI_DEVICEDETAILS_H
-#define MIOLKA_CLI_DEVICEDETAILS_H
+#ifndef MIOLKA_CLI_COMMANDDETAILS_H
+#define MIOLKA_CLI_COMMANDDETAILS_H
 
-/// What the help and the manual page say of the commands that talk with a device; paragraphs parted
-/// by a blank line.
+/// What the help and the manual page say of each command; paragraphs parted by a blank line.
 namespace cli {
+
+constexpr char portsDetails[] =
+    "Each line tells the port and, where it cannot be opened, why. Ports are opened for a "
+    "moment, but nothing is sent to a device.";
 
 constexpr char statusDetails[] =
     "The thirteen values of the page Overview of the window, and the result of the self-test "
@@ -17,6 +20,52 @@ constexpr char statusDetails[] =
     "Exit status: 0, 3 if there is no device or several, 4 if its port is in use or "
     "forbidden, 6 if it does not answer as it should, 130 after Ctrl-C.\n\n"
     "Example: miolkactl status --json";
+
+constexpr char showDetails[] =
+    "SOURCE is a settings file, \"device\" for the attached device or \"default\" for the "
+    "built-in settings.\n\n"
+    "Rules are told as sentences, those that are switched off in short; with -v, each with "
+    "its members. --json tells the stored bytes, the value, the unit and the label of every "
+    "field, and every rule as a sentence.";
+
+constexpr char getDetails[] =
+    "SOURCE is a settings file, \"device\" or \"default\". FIELD is a name as \"show\" prints "
+    "it; that of a rule, such as messageRule07, stands for all of its members.\n\n"
+    "The value of one field is printed as it is. Of several, each is a line FIELD=VALUE, "
+    "which \"set\" takes; line breaks in the description are \\n there, and backslashes \\\\.";
+
+constexpr char setDetails[] =
+    "Numbers are in the unit of the field, which may be left out: diveThreshold=120 or "
+    "\"diveThreshold=120 cm\". Choices are given by their label, in small or capital letters, "
+    "or by the number that is stored for it. Texts are ASCII; in the description, \\n is a "
+    "line break and \\\\ a backslash. The threshold of a rule is in the unit of the value "
+    "that the rule compares after this call. An empty VALUE empties a text.\n\n"
+    "If anything on the line is wrong, nothing is changed. Otherwise the file is first kept "
+    "in the backup directory, and then the bytes of these fields are replaced, and no others: "
+    "gravity does not follow altitude and latitude, as it does in the window. What changed is "
+    "printed. Bytes that the file did not give are added, with their default values. If "
+    "nothing changes, nothing is written.";
+
+constexpr char diffDetails[] =
+    "A and B are each a settings file, \"device\" or \"default\". Rules that differ are told "
+    "as sentences, then their members; bytes that belong to no field are told, too.\n\n"
+    "The status is 1 if they differ and 0 if they do not. The version of the program that "
+    "wrote the settings last is shown, but does not count.";
+
+constexpr char checkDetails[] =
+    "Faults make a file unusable, and the status 5: text that is no Intel HEX record, wrong "
+    "checksums, addresses beyond the settings, bytes with two values, a missing end. Each is "
+    "told with its line. The window reads such a file up to its first fault and says "
+    "nothing.\n\n"
+    "Doubts leave the status 0. They are about what is allowed but hardly meant: a file that "
+    "gives only some of the bytes, unknown choices, numbers out of range and what the window "
+    "would make of them, dive thresholds too near to each other, texts without an end, rules "
+    "that never speak or act, rules that speak without end, and thresholds without effect. "
+    "Rules are understood as the virtual device understands them.";
+
+constexpr char newDetails[] =
+    "A file that is there already is an error. With --force it is kept in the backup "
+    "directory and then replaced.";
 
 constexpr char readDetails[] =
     "All 1024 bytes come from the device, or FILE is not written at all. A file that is there "
@@ -99,6 +148,24 @@ constexpr char bootDetails[] =
     "Exit status: 0, 3 if there is no device or several, 4 if its port is in use or "
     "forbidden, 6 if the device does not answer as it should, 130 after Ctrl-C or \"no\".\n\n"
     "Example: miolkactl read before.mio && miolkactl boot";
+
+constexpr char rehearseDetails[] =
+    "SOURCE is a settings file, \"device\" for the attached device or \"default\" for the "
+    "built-in settings.\n\n"
+    "PROFILE is freedive (30 m in a minute), square (up from 18 m after 40 minutes) or "
+    "sawtooth; or a file: a table of seconds and metres (.csv), a log of Subsurface (.ssrf, "
+    ".xml) or one in the Universal Dive Data Format (.uddf). Of several dives the first is "
+    "taken, unless --dive chooses another. The rehearsal ends with a minute at the "
+    "surface.\n\n"
+    "Each message is printed with its time, the depth and its rule; a + marks one that begins "
+    "less than 2 s after the one before. What is printed is how the virtual device reads the "
+    "rules, which is no promise of what the real one says.";
+
+constexpr char doctorDetails[] =
+    "Looks at USB, at the ports and who may use or has them, and at services that take ports "
+    "for modems, and asks each device that can be opened for a sign of life. Whatever is "
+    "wrong is told with a way out and, where there are, the lines to type. Nothing is "
+    "changed, neither in the system nor in a device.";
 
 } // namespace cli
 
