@@ -23,7 +23,7 @@ struct cMyDiveLog
 namespace cli {
 
 /// Bytes in the longest file that is read.
-constexpr qint64 longestDiveLog = 64 * 1024 * 1024;
+constexpr qint64 longestDiveLog = qint64{64} * 1024 * 1024;
 
 /// A built-in profile by its name, or a file; dive counts from 1. Log is to be used only if this is
 /// done.

@@ -60,12 +60,12 @@ cMyOutcome cMyPictureFile::store(const QByteArray& svg, cMyBackups& backups) con
 {
     QByteArray picture = svg;
     if (isPng()) {
-        const cMyOutcome made = makePng(svg, picture);
+        cMyOutcome made = makePng(svg, picture);
         if (!made.isDone()) {
             return made;
         }
     }
-    const cMyOutcome kept = backups.keepFile(m_path);
+    cMyOutcome kept = backups.keepFile(m_path);
     if (!kept.isDone()) {
         return kept;
     }

@@ -190,13 +190,13 @@ cMyOutcome prepare(const cMyInvocation& invocation, cMyConsole& console, Rehears
         return {ExitStatus::Usage, {QStringLiteral("--dive takes a number from 1 on")}};
     }
     if (invocation.has("plot")) {
-        const cMyOutcome outcome =
+        cMyOutcome outcome =
             cMyPictureFile(invocation.value("plot")).check(invocation.has("force"));
         if (!outcome.isDone()) {
             return outcome;
         }
     }
-    const cMyOutcome outcome = cli::readDiveLog(invocation.value("profile"), dive, rehearsed.log);
+    cMyOutcome outcome = cli::readDiveLog(invocation.value("profile"), dive, rehearsed.log);
     if (!outcome.isDone()) {
         return outcome;
     }
@@ -215,7 +215,7 @@ cMyOutcome plot(const cMyInvocation& invocation, const Rehearsed& rehearsed,
 {
     const QString path = invocation.value("plot");
     cMyBackups backups(invocation);
-    const cMyOutcome outcome = cMyPictureFile(path).store(
+    cMyOutcome outcome = cMyPictureFile(path).store(
         cli::drawDive(rehearsal, rehearsed.settings(), rehearsed.dive(rehearsal)), backups);
     if (!backups.path().isEmpty()) {
         console.say(QStringLiteral("The old %1 is kept as %2").arg(path, backups.path()));

@@ -27,7 +27,7 @@ QVector<cMySpokenMessage> messages(int rules, int period, int duration)
     QVector<cMySpokenMessage> spoken;
     for (int time = 0; time <= duration; time += period) {
         for (int rule = 1; rule <= rules; ++rule) {
-            spoken.append({time * 1000, 500, rule, QStringLiteral("Depth 5.00 m")});
+            spoken.append({qint64{time} * 1000, 500, rule, QStringLiteral("Depth 5.00 m")});
         }
     }
     return spoken;

@@ -182,7 +182,7 @@ void TestRehearseCommand::aPictureIsDrawn_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("start");
-    QTest::newRow("SVG") << "dive.svg" << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+    QTest::newRow("SVG") << "dive.svg" << QByteArray("<?xml version=");
     QTest::newRow("PNG") << "dive.PNG" << QByteArray("\x89PNG\r\n");
 }
 
