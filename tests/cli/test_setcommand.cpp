@@ -77,7 +77,7 @@ void TestSetCommand::setChangesNothingElse_data()
     QTest::addColumn<QStringList>("assignments");
     QTest::addColumn<int>("address");
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("byte") << QStringList{"diveThreshold=120"} << 136 << QByteArray("\x78");
+    QTest::newRow("byte") << QStringList{"diveThreshold=120"} << 136 << QByteArray("x");
     QTest::newRow("two bytes") << QStringList{"suspendDelay=12 [h]"} << 130
                                << QByteArray::fromHex("C0A8");
     QTest::newRow("place") << QStringList{"altitude=300"} << 220 << QByteArray::fromHex("2C01");
