@@ -23,6 +23,8 @@ private slots:
     void textsWithoutAnEnd();
     void messageRules_data();
     void messageRules();
+    void messageRulesWithoutEnd_data();
+    void messageRulesWithoutEnd();
     void timerRules_data();
     void timerRules();
     void examplesAreFree_data();
@@ -185,6 +187,20 @@ void TestSettingsCheck::messageRules_data()
                  {"timerRule01.action", 129},
                  {"timerRule01.time", 9}}),
         none);
+}
+
+void TestSettingsCheck::messageRules()
+{
+    QFETCH(Values, values);
+    QFETCH(QString, doubt);
+    compare(values, doubt);
+}
+
+void TestSettingsCheck::messageRulesWithoutEnd_data()
+{
+    QTest::addColumn<Values>("values");
+    QTest::addColumn<QString>("doubt");
+    const QString rule = "messageRule03.";
     row("still", message({{"repetition", 255}}), none);
     row("still, anytime, below a depth", message({{"condition", 255}, {"repetition", 255}}), none);
     const QVector<QPair<QString, int>> anything = {{"measuredValue", 255}, {"threshold", 0}};
@@ -204,7 +220,7 @@ void TestSettingsCheck::messageRules_data()
                "always stopped");
 }
 
-void TestSettingsCheck::messageRules()
+void TestSettingsCheck::messageRulesWithoutEnd()
 {
     QFETCH(Values, values);
     QFETCH(QString, doubt);
