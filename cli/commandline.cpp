@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "cli/commandtable.h"
+#include "cli/helptext.h"
 #include "cli/invocation.h"
+#include "image/filename.h"
 
 #include <QCommandLineParser>
 
@@ -44,25 +46,16 @@ QString commandName(const QStringList& arguments)
     return parser.positionalArguments().value(0);
 }
 
-QString helpText(QCommandLineParser& parser, const cMyCommand* command)
+/// The number of the first argument whose bytes no text stands for; 0 if there is none. It must
+/// not open a file whose name looks alike.
+int firstMangled(const QStringList& arguments)
 {
-    if (command == nullptr) {
-        QString text = QStringLiteral("The settings of the Miolka and the device itself from the "
-                                      "command line.\n\nCommands:\n");
-        for (const cMyCommand& row : cli::commands()) {
-            text += QStringLiteral("  %1 %2\n")
-                        .arg(QLatin1String(row.name), -12)
-                        .arg(QLatin1String(row.summary));
+    for (int i = 1; i < arguments.size(); ++i) {
+        if (!image::isEncodable(arguments.at(i))) {
+            return i;
         }
-        parser.setApplicationDescription(text);
-        parser.addPositionalArgument(QStringLiteral("command"), QString(),
-                                     QStringLiteral("COMMAND ..."));
-    } else {
-        parser.setApplicationDescription(QLatin1String(command->details));
-        parser.addPositionalArgument(QLatin1String(command->name), QString(),
-                                     cli::synopsis(*command));
     }
-    return parser.helpText();
+    return 0;
 }
 
 QString operandError(const cMyCommand& command, int count)
@@ -108,6 +101,10 @@ namespace cli {
 
 cMyCommandLine parseCommandLine(const QStringList& arguments)
 {
+    const int mangled = firstMangled(arguments);
+    if (mangled > 0) {
+        return failure(QStringLiteral("argument %1 is not valid UTF-8").arg(mangled));
+    }
     const QString name = commandName(arguments);
     const cMyCommand* command = findCommand(name);
     QCommandLineParser parser;
@@ -117,7 +114,7 @@ cMyCommandLine parseCommandLine(const QStringList& arguments)
     }
     const bool isParsed = parser.parse(arguments);
     if (parser.isSet(QStringLiteral("help"))) {
-        return {cMyCommandLine::Kind::Help, {}, helpText(parser, command)};
+        return {cMyCommandLine::Kind::Help, {}, helpText(command)};
     }
     if (parser.isSet(QStringLiteral("version"))) {
         return {cMyCommandLine::Kind::Version, {}, QStringLiteral("miolkactl " MIOLKA_VERSION)};

@@ -22,7 +22,13 @@ const cMyOption backupOption = {'\0', "backup-dir", "DIR", Completion::Directory
 QVector<cMyCommand> buildCommands()
 {
     return {
-        {"ports", {}, {}, "list the devices and boot loaders found", "", cli::runPorts},
+        {"ports",
+         {},
+         {},
+         "list the devices and boot loaders found",
+         "Each line tells the port and, where it cannot be opened, why. Ports are opened for a "
+         "moment, but nothing is sent to a device.",
+         cli::runPorts},
         {"status",
          {},
          {},
@@ -127,7 +133,11 @@ QVector<cMyCommand> buildCommands()
          {},
          {},
          "say why a device is not found or cannot be used, and what to do",
-         "",
+         "Looks at USB, at the ports and who may use or has them, and at services that take ports "
+         "for modems, and asks each device that can be opened for a sign of life. Whatever is "
+         "wrong is told with a way out and, where there are, the lines to type. Nothing is "
+         "changed, "
+         "neither in the system nor in a device.",
          cli::runDoctor},
     };
 }

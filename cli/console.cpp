@@ -8,8 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <cerrno>
-
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
@@ -20,9 +19,80 @@ constexpr int millisecondsPerSecond = 1000;
 constexpr int secondsPerMinute = 60;
 constexpr char eraseLine[] = "\r\x1B[K";
 
-bool isHarmless(QChar character)
+/// Code points; halves of one that stand alone stay as they are.
+QVector<uint> charactersOf(const QString& text)
 {
-    return character.isPrint() || character.isSurrogate();
+    QVector<uint> characters;
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar unit = text.at(i);
+        const bool isPair =
+            unit.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
+        characters.append(isPair ? QChar::surrogateToUcs4(unit, text.at(++i)) : unit.unicode());
+    }
+    return characters;
+}
+
+bool isHarmless(uint character)
+{
+    const QChar::Category category = QChar::category(character);
+    return QChar::isPrint(character) && category != QChar::Separator_Line &&
+           category != QChar::Separator_Paragraph;
+}
+
+/// As C writes it.
+QString escapeOf(uint character)
+{
+    constexpr uint largestByte = 0xFF;
+    constexpr uint largestUnit = 0xFFFF;
+    if (character == '\n') {
+        return QStringLiteral("\\n");
+    }
+    if (character <= largestByte) {
+        return QStringLiteral("\\x%1").arg(character, 2, 16, QLatin1Char('0'));
+    }
+    return character <= largestUnit
+               ? QStringLiteral("\\u%1").arg(character, 4, 16, QLatin1Char('0'))
+               : QStringLiteral("\\U%1").arg(character, 8, 16, QLatin1Char('0'));
+}
+
+/// In JSON, where whoever reads it undoes the escapes.
+QByteArray printableJson(const QJsonObject& object)
+{
+    const QString json = QString::fromUtf8(QJsonDocument(object).toJson());
+    QString shown;
+    const QVector<uint> characters = charactersOf(json);
+    for (const uint character : characters) {
+        const QString text = QString::fromUcs4(&character, 1);
+        if (character == '\n' || isHarmless(character)) {
+            shown += text;
+            continue;
+        }
+        for (const QChar unit : text) {
+            shown += QStringLiteral("\\u%1").arg(unit.unicode(), 4, 16, QLatin1Char('0'));
+        }
+    }
+    return shown.toUtf8();
+}
+
+/// How many characters a line of the terminal holds; 0 if it does not tell.
+int columnsOf(std::FILE* terminal)
+{
+    winsize size = {};
+    return ioctl(fileno(terminal), TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+} // namespace
+
+namespace cli {
+
+QString printable(const QString& text)
+{
+    QString shown;
+    const QVector<uint> characters = charactersOf(text);
+    for (const uint character : characters) {
+        shown += isHarmless(character) ? QString::fromUcs4(&character, 1) : escapeOf(character);
+    }
+    return shown;
 }
 
 QString timeLeft(qint64 elapsed, int done, int total)
@@ -36,25 +106,6 @@ QString timeLeft(qint64 elapsed, int done, int total)
         .arg(seconds % secondsPerMinute, 2, 10, QLatin1Char('0'));
 }
 
-} // namespace
-
-namespace cli {
-
-QString printable(const QString& text)
-{
-    QString shown;
-    for (const QChar character : text) {
-        if (isHarmless(character)) {
-            shown += character;
-        } else if (character == QLatin1Char('\n')) {
-            shown += QLatin1String("\\n");
-        } else {
-            shown += QStringLiteral("\\x%1").arg(character.unicode(), 2, 16, QLatin1Char('0'));
-        }
-    }
-    return shown;
-}
-
 } // namespace cli
 
 cMyConsole::cMyConsole(std::FILE* in, std::FILE* out, std::FILE* err)
@@ -62,19 +113,21 @@ cMyConsole::cMyConsole(std::FILE* in, std::FILE* out, std::FILE* err)
 {
 }
 
+cMyConsole::~cMyConsole()
+{
+    endBar();
+}
+
 void cMyConsole::result(const QString& line)
 {
     endBar();
-    print(m_out, line);
+    printResult((cli::printable(line) + QLatin1Char('\n')).toUtf8());
 }
 
 void cMyConsole::result(const QJsonObject& object)
 {
     endBar();
-    // Whoever reads JSON undoes its escapes; ours would change the text.
-    const QByteArray json = QJsonDocument(object).toJson();
-    std::fwrite(json.constData(), 1, static_cast<std::size_t>(json.size()), m_out);
-    std::fflush(m_out);
+    printResult(printableJson(object));
 }
 
 void cMyConsole::say(const QString& message)
@@ -131,9 +184,12 @@ void cMyConsole::progress(const QString& title, int done, int total)
     const QString line = QStringLiteral("%1 [%2] %3 %%4")
                              .arg(title, bar)
                              .arg(share, 3)
-                             .arg(timeLeft(m_barClock.elapsed(), done, total));
+                             .arg(cli::timeLeft(m_barClock.elapsed(), done, total));
+    const int columns = columnsOf(m_err);
+    // A full line would let the cursor go on to the next, where it cannot be erased.
+    const QString shown = cli::printable(line).left(columns > 0 ? columns - 1 : -1);
     std::fputs(eraseLine, m_err);
-    std::fputs(cli::printable(line).toUtf8().constData(), m_err);
+    std::fputs(shown.toUtf8().constData(), m_err);
     std::fflush(m_err);
 }
 
@@ -142,10 +198,19 @@ bool cMyConsole::ask(const QString& question)
     endBar();
     std::fputs((cli::printable(question) + QStringLiteral(" [y/N] ")).toUtf8().constData(), m_err);
     std::fflush(m_err);
+    constexpr int longest = 100; // of an answer that may still mean yes
     QByteArray answer;
-    for (int character = std::fgetc(m_in); character != EOF && character != '\n';
-         character = std::fgetc(m_in)) {
-        answer.append(static_cast<char>(character));
+    int character = cli::isInterrupted() ? EOF : std::fgetc(m_in);
+    while (character != EOF && character != '\n') {
+        if (answer.size() < longest) {
+            answer.append(static_cast<char>(character));
+        }
+        character = std::fgetc(m_in);
+    }
+    if (character == EOF) {
+        // Nobody ended the line of the question.
+        std::fputc('\n', m_err);
+        std::fflush(m_err);
     }
     const QByteArray word = answer.trimmed().toLower();
     return !cli::isInterrupted() && (word == "y" || word == "yes");
@@ -157,10 +222,18 @@ void cMyConsole::print(std::FILE* stream, const QString& line)
     std::fflush(stream);
 }
 
+void cMyConsole::printResult(const QByteArray& text)
+{
+    const auto size = static_cast<std::size_t>(text.size());
+    const bool isWritten = std::fwrite(text.constData(), 1, size, m_out) == size;
+    m_hasFailed = std::fflush(m_out) != 0 || !isWritten || m_hasFailed;
+}
+
 void cMyConsole::endBar()
 {
     if (m_hasBar) {
         std::fputs(eraseLine, m_err);
+        std::fflush(m_err);
         m_hasBar = false;
         m_shownPercent = -1;
     }

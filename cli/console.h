@@ -23,6 +23,8 @@ public:
 
     /// The streams are not owned.
     explicit cMyConsole(std::FILE* in = stdin, std::FILE* out = stdout, std::FILE* err = stderr);
+    ~cMyConsole();
+    Q_DISABLE_COPY_MOVE(cMyConsole)
 
     void setVolume(Volume volume) { m_volume = volume; }
     void setJson(bool isJson) { m_isJson = isJson; }
@@ -33,6 +35,9 @@ public:
     /// One line of results; may be empty.
     void result(const QString& line);
     void result(const QJsonObject& object);
+
+    /// Whether results were lost, as on a full disk or where nobody reads them any longer.
+    [[nodiscard]] bool hasFailed() const { return m_hasFailed; }
 
     /// A message; not if quiet was asked for.
     void say(const QString& message);
@@ -56,6 +61,7 @@ public:
 
 private:
     void print(std::FILE* stream, const QString& line);
+    void printResult(const QByteArray& text);
     void endBar();
 
     std::FILE* m_in;
@@ -63,6 +69,7 @@ private:
     std::FILE* m_err;
     Volume m_volume = Volume::Normal;
     bool m_isJson = false;
+    bool m_hasFailed = false;
     bool m_hasBar = false; ///< the cursor stands behind a bar
     int m_shownPercent = -1;
     QElapsedTimer m_barClock;
@@ -70,9 +77,13 @@ private:
 
 namespace cli {
 
-/// The text with everything escaped that is not to be printed as it is: control characters, and
-/// characters that change the direction of a line.
+/// The text with everything escaped that is not to be printed as it is: control characters,
+/// characters that change the direction of a line or end it, and halves of characters.
 [[nodiscard]] QString printable(const QString& text);
+
+/// The time that the rest takes if it goes on as before, such as ", 1:05 left"; empty as long as
+/// nothing is done. In milliseconds.
+[[nodiscard]] QString timeLeft(qint64 elapsed, int done, int total);
 
 } // namespace cli
 

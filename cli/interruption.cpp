@@ -10,8 +10,13 @@ namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
 
-extern "C" void noteInterruption(int /*number*/)
+extern "C" void noteInterruption(int number)
 {
+    if (interrupted != 0) {
+        // It is delivered once more when this returns, and then it ends the program.
+        std::signal(number, SIG_DFL);
+        std::raise(number);
+    }
     interrupted = 1;
 }
 
@@ -24,10 +29,14 @@ void catchInterruptions()
     struct sigaction action = {};
     action.sa_handler = noteInterruption;
     sigemptyset(&action.sa_mask);
-    // The second one is not caught. Without SA_RESTART a question is not waited for any longer.
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    // Without SA_RESTART a question is not waited for any longer.
     for (const int number : std::array<int, 3>{SIGINT, SIGTERM, SIGHUP}) {
-        sigaction(number, &action, nullptr);
+        struct sigaction before = {};
+        sigaction(number, nullptr, &before);
+        // Whoever started the program may want it to outlive the terminal.
+        if (before.sa_handler != SIG_IGN) {
+            sigaction(number, &action, nullptr);
+        }
     }
 }
 

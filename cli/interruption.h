@@ -4,11 +4,12 @@
 #ifndef MIOLKA_CLI_INTERRUPTION_H
 #define MIOLKA_CLI_INTERRUPTION_H
 
-/// Ctrl-C and a polite kill. The first asks whatever runs to stop in an orderly way; a second ends
-/// the program at once.
+/// Ctrl-C, a polite kill, and a terminal that is closed. The first asks whatever runs to stop in an
+/// orderly way; a second ends the program at once.
 namespace cli {
 
-/// To be called once, before anything is read or sent. Calls that wait are interrupted.
+/// To be called once, before anything is read or sent. Calls that wait are interrupted. A
+/// signal that is ignored at the time stays so.
 void catchInterruptions();
 
 /// Whether the user wants to stop. Any thread.

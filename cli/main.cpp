@@ -11,12 +11,14 @@
 #include <QTextCodec>
 
 #include <csignal>
-#include <cstdio>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
-/// Arguments that are not valid UTF-8 come as text that no file name can hold, so that they are
-/// refused where they are used.
+/// Arguments that are not valid UTF-8 come as text that no file name can hold, by which they are
+/// recognised and refused.
 QStringList decodedArguments(int argc, char* argv[])
 {
     QStringList arguments;
@@ -37,10 +39,48 @@ cli::ExitStatus run(const cMyInvocation& invocation, cMyConsole& console)
     return invocation.command->run(invocation, console);
 }
 
+void printHelp(const QString& text, cMyConsole& console)
+{
+    const QStringList lines = text.trimmed().split(QLatin1Char('\n'));
+    for (const QString& line : lines) {
+        console.result(line);
+    }
+}
+
+cli::ExitStatus answer(const cMyCommandLine& line, cMyConsole& console)
+{
+    switch (line.kind) {
+    case cMyCommandLine::Kind::Command:
+        return run(line.invocation, console);
+    case cMyCommandLine::Kind::Help:
+        printHelp(line.text, console);
+        return cli::ExitStatus::Done;
+    case cMyCommandLine::Kind::Version:
+        console.result(line.text);
+        return cli::ExitStatus::Done;
+    case cMyCommandLine::Kind::Error:
+        break;
+    }
+    console.error(line.text);
+    return cli::ExitStatus::Usage;
+}
+
+/// Where a standard stream is closed, the next file that is opened would take its place and get
+/// what is printed. What stands there instead fails as the closed stream would.
+void holdClosedStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) < 0) {
+            open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+        }
+    }
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
+    holdClosedStreams();
     // A reader that went away is a failed write, no reason to leave a device in the middle.
     std::signal(SIGPIPE, SIG_IGN);
     cli::catchInterruptions();
@@ -50,18 +90,10 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationVersion(QStringLiteral(MIOLKA_VERSION));
     const cMyCommandLine line = cli::parseCommandLine(decodedArguments(argc, argv));
     cMyConsole console;
-    switch (line.kind) {
-    case cMyCommandLine::Kind::Command:
-        return static_cast<int>(run(line.invocation, console));
-    case cMyCommandLine::Kind::Help:
-        std::fputs(qPrintable(line.text), stdout);
-        return static_cast<int>(cli::ExitStatus::Done);
-    case cMyCommandLine::Kind::Version:
-        console.result(line.text);
-        return static_cast<int>(cli::ExitStatus::Done);
-    case cMyCommandLine::Kind::Error:
-        break;
+    cli::ExitStatus status = answer(line, console);
+    if (console.hasFailed()) {
+        console.error(QStringLiteral("the results could not be written to the standard output"));
+        status = status == cli::ExitStatus::Done ? cli::ExitStatus::BadFile : status;
     }
-    console.error(line.text);
-    return static_cast<int>(cli::ExitStatus::Usage);
+    return static_cast<int>(status);
 }

@@ -17,15 +17,6 @@ cli::ExitStatus pending(cMyConsole& console)
 
 namespace cli {
 
-ExitStatus runPorts(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-ExitStatus runDoctor(const cMyInvocation& /*i*/, cMyConsole& console)
-{
-    return pending(console);
-}
-
 ExitStatus runShow(const cMyInvocation& /*i*/, cMyConsole& console)
 {
     return pending(console);

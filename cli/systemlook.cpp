@@ -5,8 +5,16 @@
 
 #include "device/protocol.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -39,9 +47,44 @@ QString portBelow(const QDir& device)
     return {};
 }
 
+using FileId = std::pair<dev_t, ino_t>;
+
+/// What tells a file from all others, links followed.
+std::optional<FileId> idOf(const QString& path)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
+        return std::nullopt;
+    }
+    return FileId(status.st_dev, status.st_ino);
+}
+
+QString modeOf(QFileDevice::Permissions permissions)
+{
+    struct Right
+    {
+        QFileDevice::Permission permission;
+        char letter;
+    };
+    constexpr std::array<Right, 9> rights = {{{QFileDevice::ReadOwner, 'r'},
+                                              {QFileDevice::WriteOwner, 'w'},
+                                              {QFileDevice::ExeOwner, 'x'},
+                                              {QFileDevice::ReadGroup, 'r'},
+                                              {QFileDevice::WriteGroup, 'w'},
+                                              {QFileDevice::ExeGroup, 'x'},
+                                              {QFileDevice::ReadOther, 'r'},
+                                              {QFileDevice::WriteOther, 'w'},
+                                              {QFileDevice::ExeOther, 'x'}}};
+    QString mode;
+    for (const Right& right : rights) {
+        mode += QLatin1Char(permissions.testFlag(right.permission) ? right.letter : '-');
+    }
+    return mode;
+}
+
 } // namespace
 
-cMySystemLook::cMySystemLook(const QString& root) : m_root(root) {}
+cMySystemLook::cMySystemLook(QString root) : m_root(std::move(root)) {}
 
 QString cMySystemLook::path(const QString& absolute) const
 {
@@ -65,4 +108,116 @@ QVector<cMyUsbDevice> cMySystemLook::usbDevices() const
         }
     }
     return found;
+}
+
+std::optional<cMyNode> cMySystemLook::node(const QString& portPath) const
+{
+    const QFileInfo info(path(portPath));
+    if (!info.exists()) {
+        return std::nullopt;
+    }
+    return cMyNode{info.owner(), info.group(), modeOf(info.permissions())};
+}
+
+QVector<cMyProcess> cMySystemLook::holders(const QString& portPath) const
+{
+    QVector<cMyProcess> found;
+    QVector<qint64> seen = {QCoreApplication::applicationPid()};
+    const QVector<qint64> candidates =
+        lockHolders(QFileInfo(portPath).fileName()) + openers(portPath);
+    for (const qint64 id : candidates) {
+        if (!seen.contains(id)) {
+            seen.append(id);
+            found.append({id, nameOf(id)});
+        }
+    }
+    return found;
+}
+
+bool cMySystemLook::isRunning(const QString& processName) const
+{
+    const QVector<qint64> ids = processes();
+    return std::any_of(ids.cbegin(), ids.cend(),
+                       [&](qint64 id) { return nameOf(id) == processName; });
+}
+
+bool cMySystemLook::hasSerialDriver() const
+{
+    return QFileInfo::exists(path(QStringLiteral("/sys/bus/usb/drivers/cdc_acm")));
+}
+
+bool cMySystemLook::isHiddenFromModems(const QString& portName) const
+{
+    if (isMarked(path(QStringLiteral("/sys/class/tty/%1/dev").arg(portName)))) {
+        return true;
+    }
+    const QVector<cMyUsbDevice> devices = usbDevices();
+    return std::any_of(devices.cbegin(), devices.cend(), [&](const cMyUsbDevice& usb) {
+        return usb.portName == portName &&
+               isMarked(path(QStringLiteral("/sys/bus/usb/devices/%1/dev").arg(usb.name)));
+    });
+}
+
+QString cMySystemLook::nameOf(qint64 process) const
+{
+    return readLine(path(QStringLiteral("/proc/%1/comm").arg(process)));
+}
+
+QVector<qint64> cMySystemLook::processes() const
+{
+    QVector<qint64> ids;
+    const QStringList names = QDir(path(QStringLiteral("/proc"))).entryList(QDir::Dirs);
+    for (const QString& name : names) {
+        bool isNumber = false;
+        const qint64 id = name.toLongLong(&isNumber);
+        if (isNumber) {
+            ids.append(id);
+        }
+    }
+    return ids;
+}
+
+/// A lock file of a process that is gone means nothing.
+QVector<qint64> cMySystemLook::lockHolders(const QString& portName) const
+{
+    QVector<qint64> ids;
+    const std::array<QString, 3> directories = {QStringLiteral("/var/lock"),
+                                                QStringLiteral("/run/lock"),
+                                                QStringLiteral("/run/lock/lockdev")};
+    for (const QString& directory : directories) {
+        const QString file = path(QStringLiteral("%1/LCK..%2").arg(directory, portName));
+        const qint64 id = readLine(file).section(QLatin1Char('\n'), 0, 0).trimmed().toLongLong();
+        if (id > 0 && !nameOf(id).isEmpty()) {
+            ids.append(id);
+        }
+    }
+    return ids;
+}
+
+QVector<qint64> cMySystemLook::openers(const QString& portPath) const
+{
+    QVector<qint64> ids;
+    const std::optional<FileId> node = idOf(path(portPath));
+    if (!node) {
+        return ids;
+    }
+    const QVector<qint64> all = processes();
+    for (const qint64 id : all) {
+        const QDir files(path(QStringLiteral("/proc/%1/fd").arg(id)));
+        const QStringList names = files.entryList(QDir::Files | QDir::System);
+        if (std::any_of(names.cbegin(), names.cend(),
+                        [&](const QString& name) { return idOf(files.filePath(name)) == node; })) {
+            ids.append(id);
+        }
+    }
+    return ids;
+}
+
+/// The file holds a device's number, by which the properties are kept that rules gave it.
+bool cMySystemLook::isMarked(const QString& deviceFile) const
+{
+    const QString number = readLine(deviceFile);
+    QFile properties(path(QStringLiteral("/run/udev/data/c") + number));
+    return !number.isEmpty() && properties.open(QIODevice::ReadOnly) &&
+           properties.readAll().split('\n').contains("E:ID_MM_DEVICE_IGNORE=1");
 }

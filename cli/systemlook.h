@@ -7,6 +7,8 @@
 #include <QString>
 #include <QVector>
 
+#include <optional>
+
 /// One of our devices as USB shows it, with a serial port or without.
 struct cMyUsbDevice
 {
@@ -16,19 +18,54 @@ struct cMyUsbDevice
     QString portName;     ///< of its serial port, such as "ttyACM0"; empty if it has none
 };
 
+/// Who may open a port.
+struct cMyNode
+{
+    QString owner;
+    QString group;
+    QString mode; ///< as in "rw-rw----"
+};
+
+struct cMyProcess
+{
+    qint64 id = 0;
+    QString name;
+};
+
 /// What the system tells in its files (/sys, /proc, /dev, /run) of devices, ports and who uses
 /// them. Each call looks anew. Where a system has no such files (all but Linux), nothing is found.
 class cMySystemLook
 {
 public:
     /// The directory that the files are below; another one than the root is for tests.
-    explicit cMySystemLook(const QString& root = QStringLiteral("/"));
+    explicit cMySystemLook(QString root = QStringLiteral("/"));
 
     /// Devices and boot loaders of ours, in the order of their names.
     [[nodiscard]] QVector<cMyUsbDevice> usbDevices() const;
 
+    /// Of the port at that path, such as "/dev/ttyACM0"; nothing if there is none.
+    [[nodiscard]] std::optional<cMyNode> node(const QString& portPath) const;
+
+    /// Processes that have the port, by their lock files or by having it open. Who another user
+    /// runs may be seen by the lock file only.
+    [[nodiscard]] QVector<cMyProcess> holders(const QString& portPath) const;
+
+    /// Whether a process of that name runs.
+    [[nodiscard]] bool isRunning(const QString& processName) const;
+
+    /// Whether the driver is there that makes serial ports of USB devices such as ours.
+    [[nodiscard]] bool hasSerialDriver() const;
+
+    /// Whether programs that look for modems were told to leave the port, or its USB device, alone.
+    [[nodiscard]] bool isHiddenFromModems(const QString& portName) const;
+
 private:
     [[nodiscard]] QString path(const QString& absolute) const;
+    [[nodiscard]] QString nameOf(qint64 process) const;
+    [[nodiscard]] QVector<qint64> processes() const;
+    [[nodiscard]] QVector<qint64> lockHolders(const QString& portName) const;
+    [[nodiscard]] QVector<qint64> openers(const QString& portPath) const;
+    [[nodiscard]] bool isMarked(const QString& deviceFile) const;
 
     QString m_root;
 };

@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/currentuser.h"
+
+#ifdef Q_OS_LINUX
+
+#include <vector>
+
+#include <grp.h>
+#include <pwd.h>
+#include <unistd.h>
+
+namespace {
+
+QStringList namesOf(const std::vector<gid_t>& ids)
+{
+    QStringList names;
+    for (const gid_t id : ids) {
+        const group* const found = getgrgid(id);
+        names.append(found != nullptr ? QString::fromLocal8Bit(found->gr_name)
+                                      : QString::number(id));
+    }
+    return names;
+}
+
+std::vector<gid_t> groupsOfLogin()
+{
+    std::vector<gid_t> ids(static_cast<std::size_t>(qMax(0, getgroups(0, nullptr))));
+    ids.resize(
+        static_cast<std::size_t>(qMax(0, getgroups(static_cast<int>(ids.size()), ids.data()))));
+    ids.push_back(getegid());
+    return ids;
+}
+
+std::vector<gid_t> groupsInList(const passwd& user)
+{
+    int count = 0;
+    getgrouplist(user.pw_name, user.pw_gid, nullptr, &count);
+    std::vector<gid_t> ids(static_cast<std::size_t>(count));
+    getgrouplist(user.pw_name, user.pw_gid, ids.data(), &count);
+    return ids;
+}
+
+} // namespace
+
+namespace cli {
+
+cMyUser currentUser()
+{
+    const passwd* const user = getpwuid(geteuid());
+    if (user == nullptr) {
+        return {QString::number(geteuid()), namesOf(groupsOfLogin()), {}};
+    }
+    const QString name = QString::fromLocal8Bit(user->pw_name);
+    const std::vector<gid_t> listed = groupsInList(*user);
+    return {name, namesOf(groupsOfLogin()), namesOf(listed)};
+}
+
+} // namespace cli
+
+#else
+
+namespace cli {
+
+cMyUser currentUser()
+{
+    return {};
+}
+
+} // namespace cli
+
+#endif

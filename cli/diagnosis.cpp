@@ -1,0 +1,296 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/diagnosis.h"
+
+#include "device/protocol.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace {
+
+using cli::ExitStatus;
+
+const QString modemService = QStringLiteral("ModemManager");
+
+/// A file of a number above 72 would come too late: the system gives the user's rights at 73.
+const QString rulesFile = QStringLiteral("/etc/udev/rules.d/70-miolka.rules");
+
+QString hexId(quint16 id)
+{
+    constexpr int digits = 4;
+    constexpr int base = 16;
+    return QStringLiteral("%1").arg(id, digits, base, QLatin1Char('0'));
+}
+
+QString ruleFor(quint16 product)
+{
+    return QStringLiteral("ATTRS{idVendor}==\"%1\", ATTRS{idProduct}==\"%2\", TAG+=\"uaccess\", "
+                          "ENV{ID_MM_DEVICE_IGNORE}=\"1\"")
+        .arg(hexId(device::vendorId), hexId(product));
+}
+
+/// Both for the rights and against the modem service.
+cMyRemedy ruleRemedy(const QString& purpose)
+{
+    return {purpose + QStringLiteral(": write a rule for the device, then plug it in anew"),
+            {QStringLiteral("sudo tee %1 <<'END'").arg(rulesFile), ruleFor(device::productId),
+             ruleFor(device::bootLoaderProductId), QStringLiteral("END"),
+             QStringLiteral("sudo udevadm control --reload")}};
+}
+
+cMyFinding nothingAttached()
+{
+    const QString seen = QStringLiteral("lsusb -d %1:").arg(hexId(device::vendorId));
+    return {"none",
+            {},
+            QStringLiteral("no device is seen on USB"),
+            {{QStringLiteral("Plug the device in and switch it on"), {}},
+             {QStringLiteral("Try another cable: one that is only for charging has no wires for "
+                             "data. Try another socket, and none of a hub"),
+              {}},
+             {QStringLiteral("Look for a line with \"ID %1:%2\" in what USB shows; while there is "
+                             "none, the computer does not see the device")
+                  .arg(hexId(device::vendorId), hexId(device::productId)),
+              {seen}}},
+            ExitStatus::NoDevice};
+}
+
+cMyFinding withoutPort(const cMyUsbDevice& usb, const cMySystemLook& system)
+{
+    cMyFinding finding = {"noPort",
+                          usb.name,
+                          QStringLiteral("the device is seen on USB but has no serial port"),
+                          {},
+                          ExitStatus::NoDevice};
+    if (!system.hasSerialDriver()) {
+        finding.text += QStringLiteral(", as the driver cdc_acm is not loaded");
+        finding.remedies = {
+            {QStringLiteral("Load the driver"), {QStringLiteral("sudo modprobe cdc_acm")}}};
+        return finding;
+    }
+    finding.remedies = {
+        {QStringLiteral("It may still be coming: wait a few seconds and look again"),
+         {QStringLiteral("miolkactl doctor")}},
+        {QStringLiteral("Otherwise plug it in anew, and see what the system says of it"),
+         {QStringLiteral("sudo dmesg | tail -n 20")}}};
+    return finding;
+}
+
+cMyFinding waitingBootLoader(const cMyFoundPort& port)
+{
+    return {"bootLoader",
+            port.path.isEmpty() ? port.name : port.path,
+            QStringLiteral("the device waits in its boot loader for a new firmware, and answers "
+                           "nothing else"),
+            {{QStringLiteral("To leave the boot loader, unplug the device, switch it off and on, "
+                             "and plug it in again"),
+              {}}},
+            ExitStatus::NoDevice};
+}
+
+QString rightsText(const cMyNode& node, const cMyUser& user)
+{
+    const QString rights = QStringLiteral("it belongs to %1, group %2, with the mode %3")
+                               .arg(node.owner, node.group, node.mode);
+    if (user.groups.contains(node.group)) {
+        return QStringLiteral("%1; the user %2 is in that group").arg(rights, user.name);
+    }
+    return QStringLiteral("%1, and the user %2 is not in that group%3")
+        .arg(rights, user.name,
+             user.futureGroups.contains(node.group)
+                 ? QStringLiteral(" in this login, but will be in the next")
+                 : QString());
+}
+
+cMyFinding forbidden(const QString& path, const cMyExamination& examination, const QString& reason)
+{
+    cMyFinding finding = {"forbidden",
+                          path,
+                          QStringLiteral("the port may not be opened"),
+                          {},
+                          ExitStatus::NotAllowed};
+    const std::optional<cMyNode> node = examination.system.node(path);
+    if (!node) {
+        finding.text += QStringLiteral(": %1").arg(reason);
+        return finding;
+    }
+    finding.text += QStringLiteral(": %1").arg(rightsText(*node, examination.user));
+    const bool isGroupOfUse = node->mode.midRef(3, 2) == QLatin1String("rw");
+    if (isGroupOfUse && !examination.user.groups.contains(node->group)) {
+        if (examination.user.futureGroups.contains(node->group)) {
+            finding.remedies.append({QStringLiteral("Log out and in again"), {}});
+            return finding;
+        }
+        // A group of root's own would allow far more than the port.
+        if (node->group != QLatin1String("root")) {
+            finding.remedies.append(
+                {QStringLiteral("Put the user into the group, then log out and in again"),
+                 {QStringLiteral("sudo usermod -aG %1 \"$USER\"").arg(node->group)}});
+        }
+    }
+    finding.remedies.prepend(ruleRemedy(QStringLiteral("For whoever sits at the computer")));
+    return finding;
+}
+
+cMyFinding busy(const QString& path, const cMySystemLook& system, const QString& reason)
+{
+    cMyFinding finding = {"busy", path, {}, {}, ExitStatus::NotAllowed};
+    QStringList names;
+    const QVector<cMyProcess> holders = system.holders(path);
+    for (const cMyProcess& process : holders) {
+        names.append(QStringLiteral("%1 (process %2)").arg(process.name).arg(process.id));
+    }
+    if (names.isEmpty()) {
+        finding.text = QStringLiteral("the port cannot be opened (%1); a program of another user "
+                                      "may have it")
+                           .arg(reason);
+        finding.remedies = {
+            {QStringLiteral("Find the program"), {QStringLiteral("sudo fuser -v %1").arg(path)}}};
+        return finding;
+    }
+    finding.text = QStringLiteral("the port is in use by %1").arg(names.join(QStringLiteral(", ")));
+    finding.remedies = {{QStringLiteral("Close that program; if it has no window to close, end it"),
+                         {QStringLiteral("kill %1").arg(holders.first().id)}}};
+    return finding;
+}
+
+cMyFinding openPort(const QString& path, const cMyExamination& examination)
+{
+    if (examination.answers(path)) {
+        return {"well", path, QStringLiteral("the device answers; all is well"), {}};
+    }
+    return {"silent",
+            path,
+            QStringLiteral("the port can be opened, but the device does not answer"),
+            {{QStringLiteral("Unplug the device, switch it off and on, and plug it in again; then "
+                             "look again"),
+              {QStringLiteral("miolkactl doctor")}}},
+            ExitStatus::Protocol};
+}
+
+cMyFinding stateOfPort(const QString& path, const cMyExamination& examination)
+{
+    const cMyPortProbe probe = examination.probe(path);
+    switch (probe.access) {
+    case cMyPortProbe::Access::Free:
+        return openPort(path, examination);
+    case cMyPortProbe::Access::Busy:
+        return busy(path, examination.system, probe.reason);
+    case cMyPortProbe::Access::Forbidden:
+        return forbidden(path, examination, probe.reason);
+    case cMyPortProbe::Access::Faulty:
+        break;
+    }
+    return {"faulty",
+            path,
+            QStringLiteral("the port cannot be opened: %1").arg(probe.reason),
+            {{QStringLiteral("See which ports there are"), {QStringLiteral("miolkactl ports")}}},
+            ExitStatus::NoDevice};
+}
+
+bool isDisturbed(const QString& path, const cMySystemLook& system)
+{
+    return system.isRunning(modemService) && !system.isHiddenFromModems(QFileInfo(path).fileName());
+}
+
+cMyFinding modemFinding(const QString& path)
+{
+    return {"modemService",
+            path,
+            QStringLiteral("%1 runs and is not told to leave the port alone: for some seconds "
+                           "after the device was plugged in, it takes the port and sends to it")
+                .arg(modemService),
+            {ruleRemedy(QStringLiteral("To keep it away"))}};
+}
+
+cMyFinding severalDevices(const QStringList& paths)
+{
+    return {"several",
+            {},
+            QStringLiteral("%1 devices are attached, so each command must be told which of them "
+                           "is meant")
+                .arg(paths.size()),
+            {{QStringLiteral("Name the port, such as"),
+              {QStringLiteral("miolkactl --port %1 status").arg(paths.first())}}}};
+}
+
+bool isMeant(const cMyFoundPort& port, const QString& chosen)
+{
+    return chosen.isEmpty() || chosen == port.name || chosen == port.path;
+}
+
+/// Paths of the ports to look at. One that was named need not be of a device that was recognised.
+QStringList pathsToExamine(const cMyExamination& examination)
+{
+    QStringList paths;
+    for (const cMyFoundPort& port : examination.ports) {
+        if (!port.isBootLoader && isMeant(port, examination.chosenPort)) {
+            paths.append(port.path);
+        }
+    }
+    const QString& chosen = examination.chosenPort;
+    if (paths.isEmpty() && !chosen.isEmpty()) {
+        paths.append(chosen.contains(QLatin1Char('/')) ? chosen : QStringLiteral("/dev/") + chosen);
+    }
+    return paths;
+}
+
+QVector<cMyFinding> findingsBeyondPorts(const cMyExamination& examination)
+{
+    QVector<cMyFinding> findings;
+    for (const cMyFoundPort& port : examination.ports) {
+        if (port.isBootLoader) {
+            findings.append(waitingBootLoader(port));
+        }
+    }
+    const QVector<cMyUsbDevice> usbDevices = examination.system.usbDevices();
+    for (const cMyUsbDevice& usb : usbDevices) {
+        if (usb.product == device::productId && usb.portName.isEmpty()) {
+            findings.append(withoutPort(usb, examination.system));
+        }
+    }
+    return findings;
+}
+
+} // namespace
+
+namespace cli {
+
+QVector<cMyFinding> diagnose(const cMyExamination& examination)
+{
+    QVector<cMyFinding> findings;
+    const QStringList paths = pathsToExamine(examination);
+    for (const QString& path : paths) {
+        findings.append(stateOfPort(path, examination));
+        if (isDisturbed(path, examination.system)) {
+            findings.append(modemFinding(path));
+        }
+    }
+    if (paths.size() > 1) {
+        findings.append(severalDevices(paths));
+    }
+    findings += findingsBeyondPorts(examination);
+    if (findings.isEmpty()) {
+        findings.append(nothingAttached());
+    }
+    return findings;
+}
+
+ExitStatus statusOf(const QVector<cMyFinding>& findings)
+{
+    const bool isAnyWell =
+        std::any_of(findings.cbegin(), findings.cend(),
+                    [](const cMyFinding& finding) { return qstrcmp(finding.kind, "well") == 0; });
+    const auto* const bad =
+        std::find_if(findings.cbegin(), findings.cend(), [&](const cMyFinding& finding) {
+            // A device that is not ready hinders nobody who has another.
+            return finding.status != ExitStatus::Done &&
+                   !(isAnyWell && finding.status == ExitStatus::NoDevice);
+        });
+    return bad == findings.cend() ? ExitStatus::Done : bad->status;
+}
+
+} // namespace cli

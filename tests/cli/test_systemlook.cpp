@@ -1,0 +1,177 @@
+// SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/systemlook.h"
+#include "tests/cli/systemtree.h"
+
+#include <QtTest>
+
+namespace {
+
+const QString node = QStringLiteral("/dev/ttyACM0");
+
+} // namespace
+
+class TestSystemLook : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void aNodeTellsItsMode_data();
+    void aNodeTellsItsMode();
+    void noNodeIsNone();
+    void aLockFileNamesItsProcess_data();
+    void aLockFileNamesItsProcess();
+    void aProcessWithTheNodeOpenIsFound();
+    void aProcessIsToldOnce();
+    void thisProcessIsNoHolder();
+    void aServiceIsFoundByItsName();
+    void rulesHideAPort_data();
+    void rulesHideAPort();
+    void theDriverIsSeen();
+
+private:
+    void putProcess(int id, const QByteArray& name)
+    {
+        m_tree->put(QStringLiteral("/proc/%1/comm").arg(id), name + '\n');
+    }
+    [[nodiscard]] cMySystemLook look() const { return cMySystemLook(m_tree->root()); }
+
+    std::unique_ptr<support::SystemTree> m_tree;
+};
+
+void TestSystemLook::init()
+{
+    m_tree = std::make_unique<support::SystemTree>();
+    m_tree->put(node, {});
+}
+
+void TestSystemLook::aNodeTellsItsMode_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("group") << 0660 << "rw-rw----";
+    QTest::newRow("nobody") << 0000 << "---------";
+    QTest::newRow("everybody") << 0777 << "rwxrwxrwx";
+    QTest::newRow("owner reads, others write") << 0402 << "r------w-";
+}
+
+void TestSystemLook::aNodeTellsItsMode()
+{
+    QFETCH(int, mode);
+    QCOMPARE(chmod(QFile::encodeName(m_tree->path(node)).constData(), static_cast<mode_t>(mode)),
+             0);
+    const std::optional<cMyNode> found = look().node(node);
+    QVERIFY(found);
+    QTEST(found->mode, "text");
+    QCOMPARE(found->owner, QFileInfo(m_tree->path(node)).owner());
+    QVERIFY(!found->group.isEmpty());
+}
+
+void TestSystemLook::noNodeIsNone()
+{
+    QVERIFY(!look().node(QStringLiteral("/dev/ttyACM1")));
+}
+
+void TestSystemLook::aLockFileNamesItsProcess_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QByteArray>("contents");
+    QTest::addColumn<int>("count");
+    const QString usual = QStringLiteral("/var/lock/LCK..ttyACM0");
+    QTest::newRow("with program and host") << usual << QByteArray("42\nprog\nhost\n") << 1;
+    QTest::newRow("padded") << usual << QByteArray("        42\n") << 1;
+    QTest::newRow("newer place") << "/run/lock/LCK..ttyACM0" << QByteArray("42\n") << 1;
+    QTest::newRow("process is gone") << usual << QByteArray("43\n") << 0;
+    QTest::newRow("other port") << "/var/lock/LCK..ttyACM1" << QByteArray("42\n") << 0;
+    QTest::newRow("empty") << usual << QByteArray() << 0;
+    QTest::newRow("no number") << usual << QByteArray("../42\n") << 0;
+}
+
+void TestSystemLook::aLockFileNamesItsProcess()
+{
+    QFETCH(QString, file);
+    QFETCH(QByteArray, contents);
+    putProcess(42, "gps daemon");
+    m_tree->put(file, contents);
+    const QVector<cMyProcess> holders = look().holders(node);
+    QTEST(holders.size(), "count");
+    if (!holders.isEmpty()) {
+        QCOMPARE(holders.first().id, qint64{42});
+        QCOMPARE(holders.first().name, QStringLiteral("gps daemon"));
+    }
+}
+
+void TestSystemLook::aProcessWithTheNodeOpenIsFound()
+{
+    putProcess(7, "terminal");
+    putProcess(8, "other");
+    m_tree->put("/dev/ttyACM1", {});
+    m_tree->link("/proc/7/fd/5", m_tree->path(node));
+    m_tree->link("/proc/8/fd/5", m_tree->path("/dev/ttyACM1"));
+    const QVector<cMyProcess> holders = look().holders(node);
+    QCOMPARE(holders.size(), 1);
+    QCOMPARE(holders.first().name, QStringLiteral("terminal"));
+}
+
+void TestSystemLook::aProcessIsToldOnce()
+{
+    putProcess(7, "terminal");
+    m_tree->link("/proc/7/fd/5", m_tree->path(node));
+    m_tree->link("/proc/7/fd/6", m_tree->path(node));
+    m_tree->put("/run/lock/LCK..ttyACM0", "7\n");
+    QCOMPARE(look().holders(node).size(), 1);
+}
+
+void TestSystemLook::thisProcessIsNoHolder()
+{
+    const int self = static_cast<int>(QCoreApplication::applicationPid());
+    putProcess(self, "test");
+    m_tree->link(QStringLiteral("/proc/%1/fd/5").arg(self), m_tree->path(node));
+    QCOMPARE(look().holders(node).size(), 0);
+}
+
+void TestSystemLook::aServiceIsFoundByItsName()
+{
+    putProcess(9, "ModemManager");
+    QVERIFY(look().isRunning("ModemManager"));
+    QVERIFY(!look().isRunning("Modem"));
+}
+
+void TestSystemLook::rulesHideAPort_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QByteArray>("contents");
+    QTest::addColumn<bool>("isHidden");
+    QTest::newRow("nothing known") << "/run/udev/data/c1:1" << QByteArray() << false;
+    QTest::newRow("port") << "/run/udev/data/c166:0"
+                          << QByteArray("I:12\nE:ID_MM_DEVICE_IGNORE=1\n") << true;
+    QTest::newRow("usb device") << "/run/udev/data/c189:3"
+                                << QByteArray("E:ID_MM_DEVICE_IGNORE=1\n") << true;
+    QTest::newRow("not") << "/run/udev/data/c166:0" << QByteArray("E:ID_MM_DEVICE_IGNORE=0\n")
+                         << false;
+    QTest::newRow("other property")
+        << "/run/udev/data/c166:0" << QByteArray("E:XID_MM_DEVICE_IGNORE=1\n") << false;
+}
+
+void TestSystemLook::rulesHideAPort()
+{
+    QFETCH(QString, file);
+    QFETCH(QByteArray, contents);
+    m_tree->putUsbDevice("1-1", "03eb", "2018", "ttyACM0");
+    m_tree->put("/sys/devices/usb1/1-1/dev", "189:3\n");
+    m_tree->put("/sys/class/tty/ttyACM0/dev", "166:0\n");
+    m_tree->put(file, contents);
+    QTEST(look().isHiddenFromModems("ttyACM0"), "isHidden");
+}
+
+void TestSystemLook::theDriverIsSeen()
+{
+    QVERIFY(!look().hasSerialDriver());
+    m_tree->put("/sys/bus/usb/drivers/cdc_acm/uevent", {});
+    QVERIFY(look().hasSerialDriver());
+}
+
+QTEST_GUILESS_MAIN(TestSystemLook)
+#include "test_systemlook.moc"
