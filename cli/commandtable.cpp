@@ -40,37 +40,71 @@ QVector<cMyCommand> buildCommands()
          {},
          "show every field of the settings, rules as sentences",
          "SOURCE is a settings file, \"device\" for the attached device or \"default\" for the "
-         "built-in settings.",
+         "built-in settings.\n\n"
+         "Rules are told as sentences, those that are switched off in short; with -v, each with "
+         "its "
+         "members. --json tells the stored bytes, the value, the unit and the label of every "
+         "field, and every rule as a sentence.",
          cli::runShow},
         {"get",
          {{"SOURCE", Completion::ImageSource}, {"FIELD", Completion::Field, true}},
          {},
          "print the values of fields",
-         "",
+         "SOURCE is a settings file, \"device\" or \"default\". FIELD is a name as \"show\" prints "
+         "it; that of a rule, such as messageRule07, stands for all of its members.\n\n"
+         "The value of one field is printed as it is. Of several, each is a line FIELD=VALUE, "
+         "which "
+         "\"set\" takes; line breaks in the description are \\n there, and backslashes \\\\.",
          cli::runGet},
         {"set",
          {{"FILE", Completion::SettingsFile}, {"FIELD=VALUE", Completion::Assignment, true}},
          {backupOption},
          "change fields of a settings file, and nothing else in it",
-         "",
+         "Numbers are in the unit of the field, which may be left out: diveThreshold=120 or "
+         "\"diveThreshold=120 cm\". Choices are given by their label, in small or capital letters, "
+         "or by the number that is stored for it. Texts are ASCII; in the description, \\n is a "
+         "line "
+         "break and \\\\ a backslash. The threshold of a rule is in the unit of the value that the "
+         "rule compares after this call. An empty VALUE empties a text.\n\n"
+         "If anything on the line is wrong, nothing is changed. Otherwise the file is first kept "
+         "in "
+         "the backup directory, and then the bytes of these fields are replaced, and no others: "
+         "gravity does not follow altitude and latitude, as it does in the window. What changed "
+         "is printed. Bytes that the file did not give are added, with their default values. If "
+         "nothing changes, nothing is written.",
          cli::runSet},
         {"diff",
          {{"A", Completion::ImageSource}, {"B", Completion::ImageSource}},
          {},
          "compare two sets of settings field by field",
-         "",
+         "A and B are each a settings file, \"device\" or \"default\". Rules that differ are told "
+         "as "
+         "sentences, then their members; bytes that belong to no field are told, too.\n\n"
+         "The status is 1 if they differ and 0 if they do not. The version of the program that "
+         "wrote "
+         "the settings last is shown, but does not count.",
          cli::runDiff},
         {"check",
          {{"FILE", Completion::SettingsFile}},
          {},
          "look for faults and doubts in a settings file",
-         "",
+         "Faults make a file unusable, and the status 5: text that is no Intel HEX record, wrong "
+         "checksums, addresses beyond the settings, bytes with two values, a missing end. Each is "
+         "told with its line. The window reads such a file up to its first fault and says "
+         "nothing.\n\n"
+         "Doubts leave the status 0. They are about what is allowed but hardly meant: a file that "
+         "gives only some of the bytes, unknown choices, numbers out of range and what the window "
+         "would make of them, dive thresholds too near to each other, texts without an end, rules "
+         "that never speak or act, rules that speak without end, and thresholds without effect. "
+         "Rules are understood as the virtual device understands them.",
          cli::runCheck},
         {"new",
          {{"FILE", Completion::SettingsFile}},
          {forceOption, backupOption},
          "write the built-in default settings to a file",
-         "",
+         "A file that is there already is an error. With --force it is kept in the backup "
+         "directory "
+         "and then replaced.",
          cli::runNew},
         {"read",
          {{"FILE", Completion::SettingsFile}},

@@ -25,12 +25,6 @@ QVector<int> buildOwners()
     return owners;
 }
 
-QString hexadecimal(const QVector<quint8>& bytes)
-{
-    const QByteArray raw(reinterpret_cast<const char*>(bytes.constData()), bytes.size());
-    return QString::fromLatin1(raw.toHex(' ').toUpper());
-}
-
 QString quoted(const QString& text)
 {
     return QLatin1Char('"') + text + QLatin1Char('"');
@@ -96,8 +90,8 @@ private:
         const QString name = end - address == 1
                                  ? QStringLiteral("byte %1").arg(address)
                                  : QStringLiteral("bytes %1 to %2").arg(address).arg(end - 1);
-        return {name, hexadecimal(bytesBefore(address, end)), hexadecimal(bytesAfter(address, end)),
-                false};
+        return {name, editor::hexadecimal(bytesBefore(address, end)),
+                editor::hexadecimal(bytesAfter(address, end)), false};
     }
 
     [[nodiscard]] cMySettingsDifference ofField(const cMySettingsField& field) const
@@ -132,7 +126,7 @@ private:
             --end;
         }
         return QStringLiteral(" and behind its end %1")
-            .arg(hexadecimal(image.data(first, static_cast<unsigned short>(end - first))));
+            .arg(editor::hexadecimal(image.data(first, static_cast<unsigned short>(end - first))));
     }
 
     const cMyMemoryArea& m_before;

@@ -6,12 +6,12 @@
 
 #include "cli/differences.h"
 
-class QJsonArray;
+#include <QJsonArray>
 
 namespace cli {
 
-/// An object for each, with the keys "field", "before", "after" and "isCounted".
-[[nodiscard]] QJsonArray toJson(const QVector<cMySettingsDifference>& differences);
+/// Differences for other programs: "name", "before", "after" and "isCounted".
+[[nodiscard]] QJsonArray differencesJson(const QVector<cMySettingsDifference>& differences);
 
 } // namespace cli
 

@@ -53,7 +53,7 @@ cMyOutcome replaceImageFile(const QString& path, cMyMemoryArea& image,
         return badFile(path, QStringLiteral("is no regular file"));
     }
     cMyBackups backups(invocation);
-    const cMyOutcome kept = backups.keepFile(path);
+    cMyOutcome kept = backups.keepFile(path);
     if (!kept.isDone()) {
         return kept;
     }

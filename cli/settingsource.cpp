@@ -4,7 +4,7 @@
 #include "cli/settingsource.h"
 
 #include "image/memoryarea.h"
-#include "image/settingsfile.h"
+#include "image/strictsettings.h"
 
 namespace {
 
@@ -22,9 +22,20 @@ void loadDefaults(cMyMemoryArea& image)
 
 cMyOutcome loadSettings(const QString& path, cMyMemoryArea& image)
 {
+    return applySettings(path, image::readStrictSettings(path), image);
+}
+
+cMyOutcome applySettings(const QString& path, const cMyStrictSettings& settings,
+                         cMyMemoryArea& image)
+{
     loadDefaults(image);
-    if (!image::readSettingsFile(path, image)) {
-        return {ExitStatus::BadFile, {QStringLiteral("%1: cannot be read").arg(path)}};
+    if (settings.faultCount > 0) {
+        return {ExitStatus::BadFile, image::faultLines(path, settings)};
+    }
+    for (std::size_t address = 0; address < settings.bytes.size(); ++address) {
+        if (settings.isGiven[address]) {
+            image.setData(static_cast<quint32>(address), settings.bytes.at(address));
+        }
     }
     image.clearModified();
     return {};

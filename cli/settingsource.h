@@ -9,6 +9,7 @@
 class cMyConsole;
 class cMyMemoryArea;
 struct cMyInvocation;
+struct cMyStrictSettings;
 
 /// Where the commands get settings images from. The area, which must be empty, holds the whole
 /// image afterwards, and is not modified.
@@ -21,6 +22,10 @@ void loadDefaults(cMyMemoryArea& image);
 /// with a reason for each fault of the file ("FILE:LINE: ..."), and then the area is not to be
 /// used.
 [[nodiscard]] cMyOutcome loadSettings(const QString& path, cMyMemoryArea& image);
+
+/// The same for a file that was read.
+[[nodiscard]] cMyOutcome applySettings(const QString& path, const cMyStrictSettings& settings,
+                                       cMyMemoryArea& image);
 
 /// What SOURCE stands for: "device", "default", or a file of that name.
 [[nodiscard]] cMyOutcome loadSource(const QString& source, const cMyInvocation& invocation,

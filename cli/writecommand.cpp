@@ -179,7 +179,7 @@ private:
             {QStringLiteral("status"), static_cast<int>(target.outcome.status)},
             {QStringLiteral("reasons"), QJsonArray::fromStringList(target.outcome.reasons)},
             {QStringLiteral("backup"), target.writer.backup()},
-            {QStringLiteral("differences"), cli::toJson(target.writer.changes())},
+            {QStringLiteral("differences"), cli::differencesJson(target.writer.changes())},
         };
     }
 

@@ -156,6 +156,17 @@ QString dottedVersion(const QVector<quint8>& bytes)
     return parts.join(QLatin1Char('.'));
 }
 
+QString hexadecimal(const QVector<quint8>& bytes)
+{
+    const QByteArray raw(reinterpret_cast<const char*>(bytes.constData()), bytes.size());
+    return QString::fromLatin1(raw.toHex(' ').toUpper());
+}
+
+bool isTypable(QChar character)
+{
+    return character >= QLatin1Char(' ') && character <= QLatin1Char('~');
+}
+
 QString unknownChoice(int stored)
 {
     return QStringLiteral("unknown (%1)").arg(stored);

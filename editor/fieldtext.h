@@ -47,6 +47,12 @@ enum class FieldKind { Number, Choice, Text, Version };
 /// Bytes as a version: "1.0.4.0".
 [[nodiscard]] QString dottedVersion(const QVector<quint8>& bytes);
 
+/// Bytes as "0A FF".
+[[nodiscard]] QString hexadecimal(const QVector<quint8>& bytes);
+
+/// From space to tilde: what the device's texts are made of.
+[[nodiscard]] bool isTypable(QChar character);
+
 /// "unknown (37)", for a stored number that no choice has.
 [[nodiscard]] QString unknownChoice(int stored);
 

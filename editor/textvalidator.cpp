@@ -22,11 +22,6 @@ Edit difference(const QString& before, const QString& after)
     return {front, before.size() - front - back, after.mid(front, after.size() - front - back)};
 }
 
-bool isTypable(QChar character)
-{
-    return character >= QLatin1Char(' ') && character <= QLatin1Char('~');
-}
-
 } // namespace editor
 
 cMyTextValidator::cMyTextValidator(QObject* parent)

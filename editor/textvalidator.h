@@ -4,6 +4,8 @@
 #ifndef MIOLKA_EDITOR_TEXTVALIDATOR_H
 #define MIOLKA_EDITOR_TEXTVALIDATOR_H
 
+#include "editor/fieldtext.h"
+
 #include <QRegularExpressionValidator>
 #include <QSet>
 
@@ -19,9 +21,6 @@ struct Edit
 };
 
 [[nodiscard]] Edit difference(const QString& before, const QString& after);
-
-/// From space to tilde: what the device's texts are made of.
-[[nodiscard]] bool isTypable(QChar character);
 
 /// The text without those of its characters that cannot be typed but were loaded, in their order.
 /// What undoing and redoing bring back leaves nothing that cannot be typed.

@@ -23,7 +23,9 @@ std::string_view cMyWordReader::next()
     if ((m_insideWord && !skipWhile(false)) || !skipWhile(true)) {
         return {};
     }
-    while (m_end - m_position < maxLength && refill()) {
+    m_last = '\0';
+    // One more tells a word of that length from a longer one.
+    while (m_end - m_position <= maxLength && refill()) {
     }
     const char* const begin = m_buffer.data() + m_position;
     const char* const limit = begin + std::min(maxLength, m_end - m_position);
@@ -34,6 +36,11 @@ std::string_view cMyWordReader::next()
     return {begin, length};
 }
 
+bool cMyWordReader::isCut() const
+{
+    return m_insideWord && m_position < m_end && !isWhiteSpace(m_buffer[m_position]);
+}
+
 bool cMyWordReader::skipWhile(bool whiteSpace)
 {
     do {
@@ -42,10 +49,19 @@ bool cMyWordReader::skipWhile(bool whiteSpace)
                 m_insideWord = false;
                 return true;
             }
+            countLine(m_buffer[m_position]);
             ++m_position;
         }
     } while (refill());
     return false;
+}
+
+void cMyWordReader::countLine(char character)
+{
+    if (character == '\r' || (character == '\n' && m_last != '\r')) {
+        ++m_line;
+    }
+    m_last = character;
 }
 
 bool cMyWordReader::refill()

@@ -6,6 +6,8 @@
 
 #include "image/hexcodec.h"
 
+#include <QtGlobal>
+
 #include <array>
 #include <string_view>
 
@@ -25,16 +27,26 @@ public:
     /// until the next call.
     std::string_view next();
 
+    /// The line of the text that the last word stands in, counted from 1. A line ends with a line
+    /// feed, a carriage return, or both.
+    [[nodiscard]] qint64 line() const { return m_line; }
+
+    /// Whether there was more of the last word.
+    [[nodiscard]] bool isCut() const;
+
 private:
     /// Keeps the bytes from m_position on and reads more behind them; false if there are none.
     bool refill();
     bool skipWhile(bool whiteSpace);
+    void countLine(char character);
 
     QIODevice& m_device;
     std::array<char, 65536> m_buffer;
     std::size_t m_position = 0;
     std::size_t m_end = 0;
     bool m_insideWord = false;
+    qint64 m_line = 1;
+    char m_last = '\0'; ///< white space that was passed over last
 };
 
 #endif

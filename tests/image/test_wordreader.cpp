@@ -17,6 +17,10 @@ private slots:
     void overlongWordsAreCut();
     void aDeviceThatGivesByteByByte();
     void aDeviceThatFails();
+    void linesAreCounted_data();
+    void linesAreCounted();
+    void aCutWordIsKnown_data();
+    void aCutWordIsKnown();
 };
 
 namespace {
@@ -131,6 +135,58 @@ void TestWordReader::aDeviceThatFails()
 {
     Trickle device("one two\nthree", 6);
     QCOMPARE(wordsOf(device), (QList<QByteArray>{"one", "tw"}));
+}
+
+void TestWordReader::linesAreCounted_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QList<int>>("lines");
+    QTest::newRow("line feeds") << QByteArray("a\nb\n\nc") << QList<int>{1, 2, 4};
+    QTest::newRow("both") << QByteArray("a\r\nb\r\n\r\nc") << QList<int>{1, 2, 4};
+    QTest::newRow("carriage returns") << QByteArray("a\rb\r\rc") << QList<int>{1, 2, 4};
+    QTest::newRow("blanks") << QByteArray("\na b\t\fc\vd\ne") << QList<int>{2, 2, 2, 2, 3};
+    QTest::newRow("behind a long word")
+        << QByteArray(200000, 'x') + "\n" + QByteArray(200000, '\n') + "y" << QList<int>{1, 200002};
+}
+
+void TestWordReader::linesAreCounted()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QList<int>, lines);
+    QBuffer buffer(&text);
+    QVERIFY(buffer.open(QIODevice::ReadOnly));
+    cMyWordReader reader(buffer);
+    QList<int> found;
+    while (!reader.next().empty()) {
+        found.append(static_cast<int>(reader.line()));
+    }
+    QCOMPARE(found, lines);
+}
+
+void TestWordReader::aCutWordIsKnown_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<QByteArray>("behind");
+    QTest::addColumn<bool>("isCut");
+    QTest::newRow("short") << 10 << QByteArray(" x") << false;
+    QTest::newRow("longest, then a blank") << image::maxRecordText << QByteArray(" x") << false;
+    QTest::newRow("longest, at the end") << image::maxRecordText << QByteArray() << false;
+    QTest::newRow("one more") << image::maxRecordText + 1 << QByteArray() << true;
+    QTest::newRow("one more, then a blank") << image::maxRecordText + 1 << QByteArray(" x") << true;
+}
+
+void TestWordReader::aCutWordIsKnown()
+{
+    QFETCH(int, length);
+    QFETCH(QByteArray, behind);
+    for (const int before : {0, 65536 - image::maxRecordText, 65535}) {
+        QByteArray text = QByteArray(before, ' ') + QByteArray(length, 'a') + behind;
+        QBuffer buffer(&text);
+        QVERIFY(buffer.open(QIODevice::ReadOnly));
+        cMyWordReader reader(buffer);
+        QVERIFY(!reader.next().empty());
+        QTEST(reader.isCut(), "isCut");
+    }
 }
 
 QTEST_GUILESS_MAIN(TestWordReader)
