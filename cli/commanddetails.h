@@ -99,7 +99,7 @@ constexpr char verifyDetails[] =
     "Reads the device and prints each field that differs, with the value of the file first "
     "and that of the device behind it. The version of the program that wrote the settings is "
     "shown, but does not count.\n\n"
-    "With --json: isSame, and differences with field, before (the file), after (the device) "
+    "With --json: isDifferent, and differences with name, before (the file), after (the device) "
     "and isCounted.\n\n"
     "Exit status: 0 if they are the same, 1 if they differ, 3 if there is no device or "
     "several, 4 if its port is in use or forbidden, 5 if FILE is at fault, 6 if the device "

@@ -21,7 +21,7 @@ cMyOutcome readMemory(cMyDeviceSession& session, const QString& title, MemoryTyp
     cMyMemoryArea zeros;
     zeros.setData(static_cast<quint32>(size - 1), 0);
     QStringList replies;
-    const cMyOutcome outcome =
+    cMyOutcome outcome =
         session.exchange(title, device::readRequest(area, zeros.toHex(0, size, recordLength)),
                          cMyDeviceSession::Answers::Records, &replies);
     if (!outcome.isDone()) {

@@ -45,7 +45,7 @@ QJsonObject jsonOf(const QVector<cMySettingsDifference>& differences,
                                             {QStringLiteral("after"), pair.after}});
     }
     return {{QStringLiteral("isDifferent"), cli::isDifferent(differences)},
-            {QStringLiteral("differences"), cli::toJson(differences)},
+            {QStringLiteral("differences"), cli::differencesJson(differences)},
             {QStringLiteral("rules"), rules}};
 }
 

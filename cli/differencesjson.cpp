@@ -3,16 +3,15 @@
 
 #include "cli/differencesjson.h"
 
-#include <QJsonArray>
 #include <QJsonObject>
 
 namespace cli {
 
-QJsonArray toJson(const QVector<cMySettingsDifference>& differences)
+QJsonArray differencesJson(const QVector<cMySettingsDifference>& differences)
 {
     QJsonArray array;
     for (const cMySettingsDifference& each : differences) {
-        array.append(QJsonObject{{QStringLiteral("field"), each.name},
+        array.append(QJsonObject{{QStringLiteral("name"), each.name},
                                  {QStringLiteral("before"), each.before},
                                  {QStringLiteral("after"), each.after},
                                  {QStringLiteral("isCounted"), !each.isVersion}});

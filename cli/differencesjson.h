@@ -10,8 +10,8 @@
 
 namespace cli {
 
-/// An object for each, with the keys "field", "before", "after" and "isCounted".
-[[nodiscard]] QJsonArray toJson(const QVector<cMySettingsDifference>& differences);
+/// Differences for other programs: "name", "before", "after" and "isCounted".
+[[nodiscard]] QJsonArray differencesJson(const QVector<cMySettingsDifference>& differences);
 
 } // namespace cli
 

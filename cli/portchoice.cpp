@@ -59,7 +59,7 @@ cMyOutcome choosePort(const cMyInvocation& invocation, cMyFoundPort& port)
         return chooseNamed(invocation.value("port"), port);
     }
     QVector<cMyFoundPort> ports;
-    const cMyOutcome outcome = chooseAllPorts(ports);
+    cMyOutcome outcome = chooseAllPorts(ports);
     if (!outcome.isDone()) {
         return outcome;
     }

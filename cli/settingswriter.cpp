@@ -42,13 +42,13 @@ cMyOutcome cMySettingsWriter::write()
         return {ExitStatus::Cancelled,
                 {QStringLiteral("%1: cancelled before anything was written").arg(deviceName())}};
     }
-    const cMyOutcome kept = m_backups.keepImage(m_before, origin());
+    cMyOutcome kept = m_backups.keepImage(m_before, origin());
     if (!kept.isDone()) {
         return kept;
     }
     m_console.say(QStringLiteral("%1: what it held is kept in %2").arg(deviceName(), backup()));
     QVector<cMySettingsDifference> found;
-    const cMyOutcome stored = store(*m_image, found);
+    cMyOutcome stored = store(*m_image, found);
     if (!stored.isDone()) {
         return withWayBack(stored);
     }
@@ -58,12 +58,12 @@ cMyOutcome cMySettingsWriter::write()
 cMyOutcome cMySettingsWriter::store(const cMyMemoryArea& image,
                                     QVector<cMySettingsDifference>& found)
 {
-    const cMyOutcome written = cli::writeSettings(m_session, image);
+    cMyOutcome written = cli::writeSettings(m_session, image);
     if (!written.isDone()) {
         return written;
     }
     cMyMemoryArea after;
-    const cMyOutcome read = cli::readSettings(m_session, after);
+    cMyOutcome read = cli::readSettings(m_session, after);
     found = cli::differences(image, after);
     return read;
 }

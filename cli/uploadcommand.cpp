@@ -13,8 +13,6 @@
 
 #include <QJsonObject>
 
-using cli::ExitStatus;
-
 namespace {
 
 QString summary(const QString& path, const cMyCheckedLibrary& library)

@@ -27,8 +27,8 @@ ExitStatus runVerify(const cMyInvocation& invocation, cMyConsole& console)
     const QVector<cMySettingsDifference> found = differences(expected, held);
     const bool areSame = !isDifferent(found);
     if (console.isJson()) {
-        console.result(QJsonObject{{QStringLiteral("isSame"), areSame},
-                                   {QStringLiteral("differences"), toJson(found)}});
+        console.result(QJsonObject{{QStringLiteral("isDifferent"), !areSame},
+                                   {QStringLiteral("differences"), differencesJson(found)}});
     } else {
         for (const QString& line : differenceLines(found)) {
             console.result(line);

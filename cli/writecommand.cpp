@@ -83,7 +83,7 @@ private:
         if (m_invocation.has("all") && m_invocation.has("port")) {
             return {ExitStatus::Usage, {QStringLiteral("--all and --port exclude each other")}};
         }
-        const cMyOutcome outcome = cli::loadSettings(m_invocation.operands.constFirst(), m_image);
+        cMyOutcome outcome = cli::loadSettings(m_invocation.operands.constFirst(), m_image);
         if (outcome.isDone() && !m_invocation.has("restore")) {
             m_image.setData(0, editor::versionBytes(QStringLiteral(MIOLKA_VERSION)));
         }
@@ -179,7 +179,7 @@ private:
             {QStringLiteral("status"), static_cast<int>(target.outcome.status)},
             {QStringLiteral("reasons"), QJsonArray::fromStringList(target.outcome.reasons)},
             {QStringLiteral("backup"), target.writer.backup()},
-            {QStringLiteral("differences"), cli::toJson(target.writer.changes())},
+            {QStringLiteral("differences"), cli::differencesJson(target.writer.changes())},
         };
     }
 

@@ -124,9 +124,9 @@ void TestLibraryCheck::sizes_data()
     QTest::addColumn<qint64>("end");
     QTest::addColumn<int>("megabytes");
     QTest::addColumn<bool>("fits");
-    QTest::newRow("full") << qint64{8 * 1024 * 1024} << 8 << true;
-    QTest::newRow("one byte more") << qint64{8 * 1024 * 1024 + 1} << 8 << false;
-    QTest::newRow("larger device") << qint64{8 * 1024 * 1024 + 1} << 16 << true;
+    QTest::newRow("full") << qint64{8} * 1024 * 1024 << 8 << true;
+    QTest::newRow("one byte more") << qint64{8} * 1024 * 1024 + 1 << 8 << false;
+    QTest::newRow("larger device") << qint64{8} * 1024 * 1024 + 1 << 16 << true;
     QTest::newRow("no memory") << qint64{1} << 0 << false;
 }
 

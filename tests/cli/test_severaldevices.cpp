@@ -22,6 +22,7 @@ private slots:
     void oneIsFound();
     void severalMustBeNamed();
     void noneIsSaid();
+    void bootLoaderIsNoDevice();
     void allAreWritten();
     void worstStatusOfAll();
     void eachFailureHasItsWayBack();
@@ -75,6 +76,23 @@ void TestSeveralDevices::noneIsSaid()
         QVERIFY2(result.err.contains("no device is attached"), qPrintable(result.err));
         QVERIFY2(result.err.contains("miolkactl doctor"), qPrintable(result.err));
     }
+}
+
+void TestSeveralDevices::bootLoaderIsNoDevice()
+{
+    support::ToolRun run(m_directory.path());
+    run.process.setProgram(QStringLiteral(MIOLKA_BINARY_DIR "/bin/miolka-emulator"));
+    // It leaves its port for a moment, and no other device is ever attached.
+    const QString script =
+        QStringLiteral("PATH=%1/bin:$PATH; miolkactl boot --yes || exit 99; "
+                       "until miolkactl status 2>&1 | grep -q 'boot loader'; do sleep 0.05; done; "
+                       "miolkactl status --port ttyACM0; echo named: $?; "
+                       "miolkactl write --all --yes %2; exit $?")
+            .arg(QStringLiteral(MIOLKA_BINARY_DIR), support::exampleFile);
+    const ToolResult result = run.run({"--", "sh", "-c", script});
+    QVERIFY2(result.status == 3, qPrintable(result.err));
+    QCOMPARE(result.out, QString("named: 3\n"));
+    QCOMPARE(result.err.count("ttyACM0: this device waits in its boot loader"), 2);
 }
 
 void TestSeveralDevices::allAreWritten()

@@ -62,10 +62,10 @@ void TestVerifyCommand::differencesAsJson()
     const ToolResult result = tool.run({"verify", support::coachFile, "--json"});
     QCOMPARE(result.status, 1);
     const QJsonObject told = QJsonDocument::fromJson(result.out.toUtf8()).object();
-    QCOMPARE(told.value("isSame"), QJsonValue(false));
+    QCOMPARE(told.value("isDifferent"), QJsonValue(true));
     const QJsonArray differences = told.value("differences").toArray();
     QCOMPARE(differences.size(), 1);
-    QCOMPARE(differences.first().toObject().value("field"), QJsonValue("title"));
+    QCOMPARE(differences.first().toObject().value("name"), QJsonValue("title"));
     QCOMPARE(differences.first().toObject().value("isCounted"), QJsonValue(true));
 }
 
