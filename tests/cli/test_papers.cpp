@@ -17,7 +17,7 @@
 
 namespace {
 
-const char trap[] = "it's \"so\" $(touch caught) `touch caught` [x]: \\ %1 ~ ^ .end";
+const char trap[] = R"(it's "so" $(touch caught) `touch caught` [x]: \ %1 ~ ^ .end)";
 
 QVector<cMyCommand> commandsWithTraps()
 {
@@ -121,10 +121,11 @@ private:
         return isFound;
     }
     /// Runs a program in the test's directory; its errors follow its output.
-    QString output(const QString& program, const QStringList& arguments) const;
+    [[nodiscard]] QString output(const QString& program, const QStringList& arguments) const;
     /// What the shell offers after each line.
-    QVector<QStringList> offered(const Shell& shell, const QVector<cMyCommand>& commands,
-                                 const QStringList& lines) const;
+    [[nodiscard]] QVector<QStringList> offered(const Shell& shell,
+                                               const QVector<cMyCommand>& commands,
+                                               const QStringList& lines) const;
 
     std::unique_ptr<QTemporaryDir> m_directory;
     QHash<QString, QVector<QStringList>> m_offeredAtRows; ///< by the shell's name
