@@ -136,7 +136,7 @@ void tellChanges(const QString& file, const QVector<cMySettingsDifference>& chan
                  cMyConsole& console)
 {
     if (console.isJson()) {
-        console.result(QJsonObject{{QStringLiteral("changes"), cli::toJson(changes)}});
+        console.result(QJsonObject{{QStringLiteral("changes"), cli::differencesJson(changes)}});
         return;
     }
     for (const QString& line : cli::differenceLines(changes)) {
