@@ -139,6 +139,12 @@ namespace cli {
 
 cMyOutcome checkLibrary(const QString& path, cMyCheckedLibrary& library)
 {
+    // Its records would pass for a small library, and spoil the one on the device.
+    if (path.endsWith(QLatin1String(".mio"), Qt::CaseInsensitive)) {
+        return {ExitStatus::BadFile,
+                {QStringLiteral("%1: this is a settings file; \"miolkactl write\" takes it")
+                     .arg(path)}};
+    }
     cMyLibrary file = maintenance::readLibraryFile(path);
     if (file.fault != LibraryFault::None) {
         return {ExitStatus::BadFile, {unreadable(file.fault).arg(path)}};

@@ -24,7 +24,7 @@ struct cMyCheckedLibrary
 namespace cli {
 
 /// Reads the file and looks at each of its records. BadFile, with the file, the line and the
-/// reason, for what the device would not take.
+/// reason, for what the device would not take, and for settings files.
 [[nodiscard]] cMyOutcome checkLibrary(const QString& path, cMyCheckedLibrary& library);
 
 /// Whether it fits into so much flash memory; BadFile otherwise.

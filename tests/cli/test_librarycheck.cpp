@@ -15,6 +15,7 @@ class TestLibraryCheck : public QObject
 private slots:
     void faults_data();
     void faults();
+    void settingsAreNoLibrary();
     void kinds_data();
     void kinds();
     void whatIsSentIsTheFile();
@@ -84,6 +85,18 @@ void TestLibraryCheck::faults()
     const QString told = outcome.reasons.value(0);
     QCOMPARE(outcome.isDone(), reason.isEmpty());
     QVERIFY2(reason.isEmpty() || told.startsWith(path + reason), qPrintable(told));
+}
+
+void TestLibraryCheck::settingsAreNoLibrary()
+{
+    cMyCheckedLibrary library;
+    for (const char* name : {"a.mio", "A.MIO"}) {
+        const QString path = m_directory.filePath(QLatin1String(name));
+        support::writeFile(path, dataRecord + endRecord);
+        const cMyOutcome outcome = cli::checkLibrary(path, library);
+        QCOMPARE(outcome.status, cli::ExitStatus::BadFile);
+        QVERIFY(outcome.reasons.value(0).startsWith(path + ": this is a settings file"));
+    }
 }
 
 void TestLibraryCheck::kinds_data()
