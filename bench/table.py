@@ -97,6 +97,8 @@ def window_rows(refresh, start, link):
               50, 'limit', 1.00)
     yield Row('start_ms', 'Start to the first picture', start.time('firstPaint/miolkasoft', 'ms'),
               start.time('firstPaint/empty', 'ms'), 'empty window', 3.0)
+    yield Row('status_ms', 'miolkactl --emulator status', start.time('status', 'ms'), 250, 'limit',
+              1.00)
 
 
 def idle_rows(ports, idle):
