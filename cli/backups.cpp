@@ -6,14 +6,13 @@
 #include "cli/invocation.h"
 #include "image/memoryarea.h"
 #include "image/settingsfile.h"
+#include "image/storedfile.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
-
-#include <unistd.h>
 
 namespace {
 
@@ -26,18 +25,24 @@ QString directoryOf(const cMyInvocation& invocation)
            QStringLiteral("/MIOLKAsoft/backups");
 }
 
-/// Creates the file, which must not be there yet.
-bool create(const QString& path, const QByteArray& text)
+/// Creates the file, which must not be there yet. What is wrong in the system's words; empty if
+/// nothing is.
+QString create(const QString& path, const QByteArray& text)
 {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-        return false;
+        return file.errorString();
     }
-    if (file.write(text) != text.size() || !file.flush() || fsync(file.handle()) != 0) {
-        file.remove();
-        return false;
+    const bool isWhole = file.write(text) == text.size();
+    const bool isStored = image::syncFile(file) && isWhole;
+    const QString reason = file.errorString();
+    file.close();
+    if (isStored) {
+        return {};
     }
-    return true;
+    // What is no backup must not be taken for one.
+    QFile::remove(path);
+    return reason;
 }
 
 } // namespace
@@ -56,12 +61,16 @@ cMyOutcome cMyBackups::keepFile(const QString& path)
         return {};
     }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    QByteArray text;
+    if (file.open(QIODevice::ReadOnly)) {
+        text = file.readAll();
+    }
+    if (file.error() != QFileDevice::NoError) {
         return {cli::ExitStatus::BadFile,
                 {QStringLiteral("%1: no backup can be made: %2").arg(path, file.errorString())}};
     }
     const QFileInfo info(path);
-    return store(file.readAll(), info.completeBaseName(),
+    return store(text, info.completeBaseName(),
                  info.suffix().isEmpty() ? QString() : QLatin1Char('.') + info.suffix());
 }
 
@@ -74,17 +83,16 @@ cMyOutcome cMyBackups::store(const QByteArray& text, const QString& origin, cons
                 origin,
                 QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"))));
     QDir().mkpath(m_directory);
-    for (int number = 0; number < mostOfAMillisecond; ++number) {
-        const QString path =
-            stem + (number == 0 ? QString() : QStringLiteral("-%1").arg(number)) + suffix;
-        if (create(path, text)) {
-            m_path = path;
-            return {};
-        }
-        if (!QFileInfo::exists(path)) {
-            break;
-        }
+    QString path = stem + suffix;
+    for (int number = 1; QFileInfo::exists(path) && number < mostOfAMillisecond; ++number) {
+        path = QStringLiteral("%1-%2%3").arg(stem).arg(number).arg(suffix);
     }
-    return {cli::ExitStatus::BadFile,
-            {QStringLiteral("no backup can be made in %1; nothing was written").arg(m_directory)}};
+    const QString reason = create(path, text);
+    if (!reason.isEmpty()) {
+        return {cli::ExitStatus::BadFile,
+                {QStringLiteral("%1: no backup can be made, and so nothing was written: %2")
+                     .arg(path, reason)}};
+    }
+    m_path = path;
+    return {};
 }

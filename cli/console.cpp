@@ -5,6 +5,7 @@
 
 #include "cli/interruption.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -130,6 +131,14 @@ void cMyConsole::result(const QJsonObject& object)
     printResult(printableJson(object));
 }
 
+void cMyConsole::finish(cli::ExitStatus status)
+{
+    if (m_isJson && !m_hasResult) {
+        result(QJsonObject{{QStringLiteral("status"), static_cast<int>(status)},
+                           {QStringLiteral("reasons"), QJsonArray::fromStringList(m_errors)}});
+    }
+}
+
 void cMyConsole::say(const QString& message)
 {
     if (m_volume != Volume::Quiet) {
@@ -148,6 +157,7 @@ void cMyConsole::detail(const QString& message)
 
 void cMyConsole::error(const QString& message)
 {
+    m_errors.append(message);
     endBar();
     print(m_err, QStringLiteral("miolkactl: ") + message);
 }
@@ -200,12 +210,12 @@ bool cMyConsole::ask(const QString& question)
     std::fflush(m_err);
     constexpr int longest = 100; // of an answer that may still mean yes
     QByteArray answer;
-    int character = cli::isInterrupted() ? EOF : std::fgetc(m_in);
+    int character = nextCharacter();
     while (character != EOF && character != '\n') {
         if (answer.size() < longest) {
             answer.append(static_cast<char>(character));
         }
-        character = std::fgetc(m_in);
+        character = nextCharacter();
     }
     if (character == EOF) {
         // Nobody ended the line of the question.
@@ -216,6 +226,17 @@ bool cMyConsole::ask(const QString& question)
     return !cli::isInterrupted() && (word == "y" || word == "yes");
 }
 
+/// Of the input; EOF at its end and when the user wants to stop.
+int cMyConsole::nextCharacter() const
+{
+    // Read without a buffer, which would hide from the waiting that there is more.
+    const int input = fileno(m_in);
+    char character = '\0';
+    return cli::waitForInput(input) && read(input, &character, 1) == 1
+               ? static_cast<unsigned char>(character)
+               : EOF;
+}
+
 void cMyConsole::print(std::FILE* stream, const QString& line)
 {
     std::fputs((cli::printable(line) + QLatin1Char('\n')).toUtf8().constData(), stream);
@@ -224,6 +245,7 @@ void cMyConsole::print(std::FILE* stream, const QString& line)
 
 void cMyConsole::printResult(const QByteArray& text)
 {
+    m_hasResult = true;
     const auto size = static_cast<std::size_t>(text.size());
     const bool isWritten = std::fwrite(text.constData(), 1, size, m_out) == size;
     m_hasFailed = std::fflush(m_out) != 0 || !isWritten || m_hasFailed;

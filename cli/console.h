@@ -36,6 +36,10 @@ public:
     void result(const QString& line);
     void result(const QJsonObject& object);
 
+    /// To be called when the command is done: who asked for JSON gets an object in every case, with
+    /// the status and what went wrong if there was no other result.
+    void finish(cli::ExitStatus status);
+
     /// Whether results were lost, as on a full disk or where nobody reads them any longer.
     [[nodiscard]] bool hasFailed() const { return m_hasFailed; }
 
@@ -60,6 +64,7 @@ public:
     [[nodiscard]] bool ask(const QString& question);
 
 private:
+    [[nodiscard]] int nextCharacter() const;
     void print(std::FILE* stream, const QString& line);
     void printResult(const QByteArray& text);
     void endBar();
@@ -69,7 +74,9 @@ private:
     std::FILE* m_err;
     Volume m_volume = Volume::Normal;
     bool m_isJson = false;
+    bool m_hasResult = false;
     bool m_hasFailed = false;
+    QStringList m_errors;  ///< told so far
     bool m_hasBar = false; ///< the cursor stands behind a bar
     int m_shownPercent = -1;
     QElapsedTimer m_barClock;

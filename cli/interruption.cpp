@@ -6,6 +6,8 @@
 #include <array>
 #include <csignal>
 
+#include <poll.h>
+
 namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
@@ -20,6 +22,8 @@ extern "C" void noteInterruption(int number)
     interrupted = 1;
 }
 
+constexpr std::array<int, 3> signalNumbers{SIGINT, SIGTERM, SIGHUP};
+
 } // namespace
 
 namespace cli {
@@ -30,7 +34,7 @@ void catchInterruptions()
     action.sa_handler = noteInterruption;
     sigemptyset(&action.sa_mask);
     // Without SA_RESTART a question is not waited for any longer.
-    for (const int number : std::array<int, 3>{SIGINT, SIGTERM, SIGHUP}) {
+    for (const int number : signalNumbers) {
         struct sigaction before = {};
         sigaction(number, nullptr, &before);
         // Whoever started the program may want it to outlive the terminal.
@@ -43,6 +47,25 @@ void catchInterruptions()
 bool isInterrupted()
 {
     return interrupted != 0;
+}
+
+bool waitForInput(int descriptor)
+{
+    // Held back from the look to the wait: in between a signal would be noticed, but end no wait.
+    sigset_t held;
+    sigset_t before;
+    sigemptyset(&held);
+    for (const int number : signalNumbers) {
+        sigaddset(&held, number);
+    }
+    pthread_sigmask(SIG_BLOCK, &held, &before);
+    pollfd input = {descriptor, POLLIN, 0};
+    bool isReady = false;
+    while (!isReady && !isInterrupted()) {
+        isReady = ppoll(&input, 1, nullptr, &before) > 0;
+    }
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    return isReady && !isInterrupted();
 }
 
 } // namespace cli

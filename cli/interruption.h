@@ -15,6 +15,10 @@ void catchInterruptions();
 /// Whether the user wants to stop. Any thread.
 [[nodiscard]] bool isInterrupted();
 
+/// Waits until the file descriptor has something to read or has ended; false if the user wants to
+/// stop, at whichever moment that becomes known.
+[[nodiscard]] bool waitForInput(int descriptor);
+
 } // namespace cli
 
 #endif

@@ -36,7 +36,9 @@ cli::ExitStatus run(const cMyInvocation& invocation, cMyConsole& console)
         console.setVolume(cMyConsole::Volume::Verbose);
     }
     console.setJson(invocation.has("json"));
-    return invocation.command->run(invocation, console);
+    const cli::ExitStatus status = invocation.command->run(invocation, console);
+    console.finish(status);
+    return status;
 }
 
 void printHelp(const QString& text, cMyConsole& console)

@@ -18,25 +18,6 @@
 
 namespace {
 
-/// Whether what was written is on the disk. Only then some systems find out that there is no room
-/// for it, that the disk is broken, or that a server does not take it.
-bool isStored(QFileDevice& file)
-{
-    if (!file.flush() || file.error() != QFileDevice::NoError) {
-        return false;
-    }
-#ifdef Q_OS_UNIX
-    int result = -1;
-    do {
-        result = fsync(file.handle());
-    } while (result != 0 && errno == EINTR);
-    // A file system that does not know the call has no better answer.
-    return result == 0 || errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
-#else
-    return true;
-#endif
-}
-
 /// Writes over a file where its directory takes no new one. What is longer than the file goes
 /// behind its end first, since only that can fail for want of room; then the rest is written over
 /// the old bytes in one piece. If anything fails the old bytes are put back.
@@ -52,12 +33,12 @@ bool overwrite(const QString& path, const QByteArray& bytes)
         return false;
     }
     const QByteArray behind = bytes.mid(old.size());
-    if (!file.seek(old.size()) || file.write(behind) != behind.size() || !isStored(file)) {
+    if (!file.seek(old.size()) || file.write(behind) != behind.size() || !image::syncFile(file)) {
         file.resize(oldSize);
         return false;
     }
     if (!file.seek(0) || file.write(bytes.constData(), old.size()) != old.size() ||
-        !isStored(file)) {
+        !image::syncFile(file)) {
         file.seek(0);
         file.write(old);
         file.resize(oldSize);
@@ -70,7 +51,7 @@ bool overwrite(const QString& path, const QByteArray& bytes)
 bool replace(QSaveFile& file, const QByteArray& bytes)
 {
     // commit() alone may report success for contents that the disk had no room for.
-    if (file.write(bytes) != bytes.size() || !isStored(file)) {
+    if (file.write(bytes) != bytes.size() || !image::syncFile(file)) {
         file.cancelWriting();
         return false;
     }
@@ -90,6 +71,23 @@ bool store(const QString& path, const QByteArray& bytes)
 } // namespace
 
 namespace image {
+
+bool syncFile(QFileDevice& file)
+{
+    if (!file.flush() || file.error() != QFileDevice::NoError) {
+        return false;
+    }
+#ifdef Q_OS_UNIX
+    int result = -1;
+    do {
+        result = fsync(file.handle());
+    } while (result != 0 && errno == EINTR);
+    // A file system that does not know the call has no better answer.
+    return result == 0 || errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
+#else
+    return true;
+#endif
+}
 
 bool storeFile(const QString& path, const QByteArray& bytes)
 {

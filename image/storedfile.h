@@ -7,6 +7,8 @@
 #include <QByteArray>
 #include <QString>
 
+class QFileDevice;
+
 /// Files that are written as a whole.
 namespace image {
 
@@ -18,6 +20,10 @@ namespace image {
 /// existing one written over, and restored if that fails; being killed in the middle of that is
 /// the one thing that can leave neither. False if anything fails.
 [[nodiscard]] bool storeFile(const QString& path, const QByteArray& bytes);
+
+/// Whether what was written to the file is on the disk. Only then some systems find out that there
+/// is no room for it, that the disk is broken, or that a server does not take it.
+[[nodiscard]] bool syncFile(QFileDevice& file);
 
 } // namespace image
 
