@@ -28,7 +28,7 @@ Doubts doubtsAboutFile(const cMyStrictSettings& settings)
                             .arg(image::settingsImageSize)}};
 }
 
-QJsonObject jsonOf(const cMyStrictSettings& settings, const Doubts& doubts)
+QJsonObject jsonOf(const QString& file, const cMyStrictSettings& settings, const Doubts& doubts)
 {
     QJsonArray faults;
     for (const cMySettingsFault& fault : settings.faults) {
@@ -42,7 +42,8 @@ QJsonObject jsonOf(const cMyStrictSettings& settings, const Doubts& doubts)
             {QStringLiteral("field"), doubt.name.isEmpty() ? QJsonValue() : QJsonValue(doubt.name)},
             {QStringLiteral("text"), doubt.text}});
     }
-    return {{QStringLiteral("faultCount"), settings.faultCount},
+    return {{QStringLiteral("file"), file},
+            {QStringLiteral("faultCount"), settings.faultCount},
             {QStringLiteral("faults"), faults},
             {QStringLiteral("bytesGiven"), static_cast<int>(settings.isGiven.count())},
             {QStringLiteral("doubts"), list}};
@@ -73,7 +74,7 @@ ExitStatus runCheck(const cMyInvocation& invocation, cMyConsole& console)
     const Doubts doubts =
         loaded.isDone() ? doubtsAboutFile(settings) + settingsDoubts(image) : Doubts();
     if (console.isJson()) {
-        console.result(jsonOf(settings, doubts));
+        console.result(jsonOf(file, settings, doubts));
         return loaded.status;
     }
     if (loaded.isDone()) {

@@ -22,17 +22,24 @@ constexpr char statusDetails[] =
     "Example: miolkactl status --json";
 
 constexpr char showDetails[] =
-    "SOURCE is a settings file, \"device\" for the attached device or \"default\" for the "
-    "built-in settings.\n\n"
     "Rules are told as sentences, those that are switched off in short; with -v, each with "
     "its members. --json tells the stored bytes, the value, the unit and the label of every "
-    "field, and every rule as a sentence.";
+    "field, and every rule as a sentence.\n\n"
+    "Exit status: 0, 5 if the file is at fault; with \"device\", 3 if there is no device or "
+    "several, 4 if its port is in use or forbidden, 6 if it does not answer as it should, "
+    "130 after Ctrl-C.\n\n"
+    "Examples: miolkactl show mine.mio; miolkactl show device --json";
 
 constexpr char getDetails[] =
-    "SOURCE is a settings file, \"device\" or \"default\". FIELD is a name as \"show\" prints "
-    "it; that of a rule, such as messageRule07, stands for all of its members.\n\n"
+    "FIELD is a name as \"show\" prints it; that of a rule, such as messageRule07, stands for all of its members.\n\n"
     "The value of one field is printed as it is. Of several, each is a line FIELD=VALUE, "
-    "which \"set\" takes; line breaks in the description are \\n there, and backslashes \\\\.";
+    "which \"set\" takes; line breaks in the description are \\n there, and backslashes \\\\.\n\n"
+    "A version, a choice that is not offered and a number out of range are printed, but not "
+    "taken by \"set\".\n\n"
+    "Exit status: 0, 2 if there is no such field, 5 if the file is at fault; with "
+    "\"device\", 3 if there is no device or several, 4 if its port is in use or forbidden, "
+    "6 if it does not answer as it should, 130 after Ctrl-C.\n\n"
+    "Examples: miolkactl get mine.mio volume; miolkactl get mine.mio messageRule01";
 
 constexpr char setDetails[] =
     "Numbers are in the unit of the field, which may be left out: diveThreshold=120 or "
@@ -44,13 +51,21 @@ constexpr char setDetails[] =
     "in the backup directory, and then the bytes of these fields are replaced, and no others: "
     "gravity does not follow altitude and latitude, as it does in the window. What changed is "
     "printed. Bytes that the file did not give are added, with their default values. If "
-    "nothing changes, nothing is written.";
+    "nothing changes, nothing is written.\n\n"
+    "Exit status: 0, 2 if a field or value is not understood or out of range, 5 if FILE is "
+    "at fault or cannot be written, or no backup can be made.\n\n"
+    "Example: miolkactl set mine.mio diveThreshold=120 messageRule01.condition=underwater "
+    "\"messageRule01.measuredValue=Depth MAX\" \"messageRule01.threshold=5 m\"";
 
 constexpr char diffDetails[] =
     "A and B are each a settings file, \"device\" or \"default\". Rules that differ are told "
     "as sentences, then their members; bytes that belong to no field are told, too.\n\n"
     "The status is 1 if they differ and 0 if they do not. The version of the program that "
-    "wrote the settings last is shown, but does not count.";
+    "wrote the settings last is shown, but does not count.\n\n"
+    "Exit status besides: 5 if a file is at fault; with \"device\", 3 if there is no device "
+    "or several, 4 if its port is in use or forbidden, 6 if it does not answer as it "
+    "should, 130 after Ctrl-C.\n\n"
+    "Examples: miolkactl diff default mine.mio; miolkactl diff device mine.mio";
 
 constexpr char checkDetails[] =
     "Faults make a file unusable, and the status 5: text that is no Intel HEX record, wrong "
@@ -61,11 +76,15 @@ constexpr char checkDetails[] =
     "gives only some of the bytes, unknown choices, numbers out of range and what the window "
     "would make of them, dive thresholds too near to each other, texts without an end, rules "
     "that never speak or act, rules that speak without end, and thresholds without effect. "
-    "Rules are understood as the virtual device understands them.";
+    "Rules are understood as the virtual device understands them.\n\n"
+    "Example: miolkactl check mine.mio";
 
 constexpr char newDetails[] =
     "A file that is there already is an error. With --force it is kept in the backup "
-    "directory and then replaced.";
+    "directory and then replaced.\n\n"
+    "Exit status: 0, 5 if FILE is there already or cannot be written, or no backup can be "
+    "made.\n\n"
+    "Example: miolkactl new mine.mio";
 
 constexpr char readDetails[] =
     "All 1024 bytes come from the device, or FILE is not written at all. A file that is there "
@@ -150,8 +169,6 @@ constexpr char bootDetails[] =
     "Example: miolkactl read before.mio && miolkactl boot";
 
 constexpr char rehearseDetails[] =
-    "SOURCE is a settings file, \"device\" for the attached device or \"default\" for the "
-    "built-in settings.\n\n"
     "PROFILE is freedive (30 m in a minute), square (up from 18 m after 40 minutes) or "
     "sawtooth; or a file: a table of seconds and metres (.csv), a log of Subsurface (.ssrf, "
     ".xml) or one in the Universal Dive Data Format (.uddf). Of several dives the first is "
@@ -159,7 +176,12 @@ constexpr char rehearseDetails[] =
     "surface.\n\n"
     "Each message is printed with its time, the depth and its rule; a + marks one that begins "
     "less than 2 s after the one before. What is printed is how the virtual device reads the "
-    "rules, which is no promise of what the real one says.";
+    "rules, which is no promise of what the real one says.\n\n"
+    "Exit status: 0, 2 if --dive or --plot is not understood, 5 if a file is at fault or "
+    "cannot be written; with \"device\", 3 if there is no device or several, 4 if its port "
+    "is in use or forbidden, 6 if it does not answer as it should, 130 after Ctrl-C.\n\n"
+    "Examples: miolkactl rehearse mine.mio --profile freedive; miolkactl rehearse mine.mio "
+    "--profile log.ssrf --dive 2 --plot dive.svg";
 
 constexpr char doctorDetails[] =
     "Looks at USB, at the ports and who may use or has them, and at services that take ports "

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "cli/commandtable.h"
+#include "cli/fieldnames.h"
 #include "cli/helptext.h"
 #include "cli/invocation.h"
 #include "image/filename.h"
@@ -75,6 +76,32 @@ QString operandError(const cMyCommand& command, int count)
              cli::synopsis(command));
 }
 
+/// An option without its value would mean something that nobody asked for, such as the working
+/// directory.
+QString valueError(const cMyInvocation& invocation)
+{
+    for (const cMyOption& option : cli::commonOptions() + invocation.command->options) {
+        if (*option.valueName != '\0' && invocation.has(option.name) &&
+            invocation.value(option.name).isEmpty()) {
+            return QStringLiteral("--%1 needs a value").arg(QLatin1String(option.name));
+        }
+    }
+    return {};
+}
+
+QString commandError(const QString& name)
+{
+    QStringList names;
+    for (const cMyCommand& command : cli::commands()) {
+        names.append(QLatin1String(command.name));
+    }
+    const QStringList likely = cli::nearest(name, names);
+    return QStringLiteral("there is no command \"%1\"; %2")
+        .arg(name, likely.isEmpty()
+                       ? QStringLiteral("\"miolkactl --help\" lists them all")
+                       : QStringLiteral("do you mean %1?").arg(likely.join(QStringLiteral(", "))));
+}
+
 cMyCommandLine failure(const QString& text)
 {
     return {cMyCommandLine::Kind::Error, {}, text};
@@ -124,14 +151,16 @@ cMyCommandLine parseCommandLine(const QStringList& arguments)
                                 : parser.errorText());
     }
     if (command == nullptr) {
-        return failure(
-            QStringLiteral("there is no command \"%1\" (see miolkactl --help)").arg(name));
+        return failure(commandError(name));
     }
     if (!isParsed) {
         return failure(parser.errorText());
     }
     const cMyInvocation invocation = invocationOf(parser, *command);
-    const QString error = operandError(*command, invocation.operands.size());
+    QString error = operandError(*command, invocation.operands.size());
+    if (error.isEmpty()) {
+        error = valueError(invocation);
+    }
     return error.isEmpty() ? cMyCommandLine{cMyCommandLine::Kind::Command, invocation, {}}
                            : failure(error);
 }

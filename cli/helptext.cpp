@@ -94,7 +94,8 @@ QString operandText(Completion completion)
         return QStringLiteral("a settings file (.mio)");
     case Completion::ImageSource:
         return QStringLiteral("a settings file, \"device\" for the settings of the attached "
-                              "device, or \"default\" for the built-in ones");
+                              "device, or \"default\" for the built-in ones; a file of such a "
+                              "name is ./device or ./default");
     case Completion::LibraryFile:
         return QStringLiteral("a sound or messages library (.mia, .mic)");
     case Completion::Profile:

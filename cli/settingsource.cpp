@@ -4,11 +4,16 @@
 #include "cli/settingsource.h"
 
 #include "image/memoryarea.h"
+#include "image/settingsfile.h"
 #include "image/strictsettings.h"
+
+#include <QFileInfo>
 
 namespace {
 
 const QString defaultFile = QStringLiteral(":/pliki/clear.mio");
+const QString deviceSource = QStringLiteral("device");
+const QString defaultSource = QStringLiteral("default");
 
 } // namespace
 
@@ -30,7 +35,15 @@ cMyOutcome applySettings(const QString& path, const cMyStrictSettings& settings,
 {
     loadDefaults(image);
     if (settings.faultCount > 0) {
-        return {ExitStatus::BadFile, image::faultLines(path, settings)};
+        QStringList reasons = image::faultLines(path, settings);
+        const bool isSource = path == deviceSource || path == defaultSource;
+        if (isSource && !QFileInfo::exists(path)) {
+            reasons +=
+                QStringLiteral("this command takes a file only: get one with \"miolkactl %1\"")
+                    .arg(path == deviceSource ? QStringLiteral("read FILE")
+                                              : QStringLiteral("new FILE"));
+        }
+        return {ExitStatus::BadFile, reasons};
     }
     for (std::size_t address = 0; address < settings.bytes.size(); ++address) {
         if (settings.isGiven[address]) {
@@ -44,10 +57,10 @@ cMyOutcome applySettings(const QString& path, const cMyStrictSettings& settings,
 cMyOutcome loadSource(const QString& source, const cMyInvocation& invocation, cMyConsole& console,
                       cMyMemoryArea& image)
 {
-    if (source == QLatin1String("device")) {
+    if (source == deviceSource) {
         return readDevice(invocation, console, image);
     }
-    if (source == QLatin1String("default")) {
+    if (source == defaultSource) {
         loadDefaults(image);
         return {};
     }

@@ -31,7 +31,8 @@ struct cMyStrictSettings
 /// Settings files for those who must not take one half: every fault is named, with its place.
 namespace image {
 
-constexpr int mostNamedFaults = 100;
+/// More than a settings file has lines, even with one byte in each.
+constexpr int mostNamedFaults = 2000;
 
 /// Reads a settings file and all of its faults: whatever is no record of the public Intel HEX
 /// format, or nothing that settings have, or would be read otherwise by readSettingsFile(). If

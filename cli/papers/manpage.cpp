@@ -118,7 +118,7 @@ QString examplesSection()
         {"Keep the settings of the device in a file:", "miolkactl read my.mio"},
         {"See what a file would change in the device, then write it:",
          "miolkactl diff device my.mio; miolkactl write my.mio"},
-        {"Hear what a dive with these settings would sound like:",
+        {"See what the device would say on a dive:",
          "miolkactl rehearse my.mio --profile freedive"},
         {"Find out why a device is not found:", "miolkactl doctor"},
     };
@@ -150,8 +150,9 @@ QString manPage(const QVector<cMyCommand>& commands)
     text += section("DESCRIPTION") + prose(cli::purpose());
     text += QStringLiteral(".PP\n") +
             prose(QStringLiteral("Results go to the standard output, all else to the standard "
-                                 "error. Nothing is written over, in a device or in a file, before "
-                                 "a backup of it was made."));
+                                 "error. No settings are written over, in a device or in a file, "
+                                 "before a backup of them was made; sounds and statistics, which "
+                                 "cannot be brought back, only after a question."));
     text += section("COMMANDS");
     for (const cMyCommand& command : commands) {
         text += commandSection(command);

@@ -29,6 +29,11 @@ void TestCommandLine::usageErrors_data()
     QTest::addColumn<QString>("word");
     QTest::newRow("no command") << QStringList() << "command is missing";
     QTest::newRow("unknown command") << QStringList{"dive"} << "\"dive\"";
+    QTest::newRow("slip of the finger") << QStringList{"shw"} << "do you mean show?";
+    QTest::newRow("empty value") << QStringList{"new", "a.mio", "--backup-dir="}
+                                 << "--backup-dir needs a value";
+    QTest::newRow("empty value of a common option")
+        << QStringList{"status", "--port", ""} << "--port needs a value";
     QTest::newRow("unknown option") << QStringList{"ports", "--deep"} << "deep";
     QTest::newRow("option of another command") << QStringList{"ports", "--all"} << "all";
     QTest::newRow("operand missing") << QStringList{"diff", "default"} << "operand is missing";

@@ -4,6 +4,7 @@
 #include "cli/console.h"
 #include "cli/interruption.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QtTest>
@@ -130,6 +131,7 @@ private slots:
     void whatIsPrintable_data();
     void whatIsPrintable();
     void jsonReadsBackAndCommandsNoTerminal();
+    void jsonComesInEveryCase();
     void theTimeLeft_data();
     void theTimeLeft();
     void volumes_data();
@@ -199,6 +201,26 @@ void TestConsole::jsonReadsBackAndCommandsNoTerminal()
     QCOMPARE(QJsonDocument::fromJson(json).object(), object);
     const QString text = QString::fromUtf8(json);
     QCOMPARE(cli::printable(text), QString(text).replace('\n', "\\n"));
+}
+
+void TestConsole::jsonComesInEveryCase()
+{
+    PipedConsole failed;
+    failed.console->setJson(true);
+    failed.console->error("no device is attached");
+    failed.console->finish(cli::ExitStatus::NoDevice);
+    QCOMPARE(QJsonDocument::fromJson(failed.out()).object(),
+             (QJsonObject{{"status", 3}, {"reasons", QJsonArray{"no device is attached"}}}));
+
+    PipedConsole done;
+    done.console->setJson(true);
+    done.console->result(QJsonObject{{"port", "ttyACM0"}});
+    done.console->finish(cli::ExitStatus::Done);
+    QCOMPARE(QJsonDocument::fromJson(done.out()).object(), (QJsonObject{{"port", "ttyACM0"}}));
+
+    PipedConsole plain;
+    plain.console->finish(cli::ExitStatus::NoDevice);
+    QCOMPARE(plain.out(), QByteArray());
 }
 
 void TestConsole::theTimeLeft_data()

@@ -220,7 +220,9 @@ void TestStrictSettings::millionsOfLinesTakeNoMemory()
     const long before = support::peakMemory();
     const cMyStrictSettings settings = image::readStrictSettings(m_path);
     QCOMPARE(settings.faultCount, qint64(count) + 1);
+#ifndef __SANITIZE_ADDRESS__ // which keeps what was freed
     QVERIFY(support::peakMemory() - before < mostGrowth);
+#endif
 }
 
 void TestStrictSettings::whatTheWindowTakesIsTheSame_data()
