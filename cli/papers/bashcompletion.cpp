@@ -3,11 +3,13 @@
 
 #include "cli/papers/completions.h"
 #include "cli/papers/quoting.h"
+#include "cli/shellword.h"
 
 namespace {
 
+using cli::shellWord;
 using papers::Offer;
-using papers::shellWord;
+using papers::shellWords;
 
 const char helpers[] = R"(# SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 # SPDX-License-Identifier: GPL-3.0-or-later
@@ -88,15 +90,6 @@ _miolkactl()
 complete -F _miolkactl miolkactl
 )";
 
-QString words(const QStringList& texts)
-{
-    QString line;
-    for (const QString& text : texts) {
-        line += QLatin1Char(' ') + shellWord(text);
-    }
-    return line;
-}
-
 QStringList everySpelling(const QVector<cMyOption>& options)
 {
     QStringList typed;
@@ -124,11 +117,11 @@ QString offerFunction(const Offer& offer)
                                "    _miolkactl_offer \"$1\" \"${ports[@]}\"\n");
     }
     if (!offer.words.isEmpty()) {
-        body +=
-            QStringLiteral("    _miolkactl_offer \"$1\"") + words(offer.words) + QLatin1Char('\n');
+        body += QStringLiteral("    _miolkactl_offer \"$1\"") + shellWords(offer.words) +
+                QLatin1Char('\n');
     }
     if (offer.takesFiles) {
-        body += QStringLiteral("    _miolkactl_files \"$1\"") + words(offer.suffixes) +
+        body += QStringLiteral("    _miolkactl_files \"$1\"") + shellWords(offer.suffixes) +
                 QLatin1Char('\n');
     }
     return QStringLiteral("_miolkactl_%1()\n{\n").arg(QLatin1String(offer.name)) +
@@ -200,10 +193,10 @@ QString optionsFunction(const QVector<cMyCommand>& commands)
         branches += own.isEmpty()
                         ? QString()
                         : caseBranch(shellWord(QLatin1String(command.name)),
-                                     QStringLiteral("_miolkactl_offer \"$2\"") + words(own));
+                                     QStringLiteral("_miolkactl_offer \"$2\"") + shellWords(own));
     }
     return QStringLiteral("_miolkactl_options()\n{\n    _miolkactl_offer \"$2\"") +
-           words(everySpelling(cli::commonOptions())) + QStringLiteral("\n    case $1 in\n") +
+           shellWords(everySpelling(cli::commonOptions())) + QStringLiteral("\n    case $1 in\n") +
            branches + QStringLiteral("    esac\n}\n");
 }
 
@@ -213,8 +206,8 @@ QString commandsFunction(const QVector<cMyCommand>& commands)
     for (const cMyCommand& command : commands) {
         names.append(QLatin1String(command.name));
     }
-    return QStringLiteral("_miolkactl_commands()\n{\n    _miolkactl_offer \"$1\"") + words(names) +
-           QStringLiteral("\n}\n");
+    return QStringLiteral("_miolkactl_commands()\n{\n    _miolkactl_offer \"$1\"") +
+           shellWords(names) + QStringLiteral("\n}\n");
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 
 #include "cli/papers/quoting.h"
 
+#include "cli/shellword.h"
+
 namespace {
 
 /// Characters that roff would print as others, or take for a command.
@@ -55,11 +57,13 @@ QString roff(const QString& text)
     return result;
 }
 
-QString shellWord(const QString& text)
+QString shellWords(const QStringList& texts)
 {
-    QString inner = text;
-    inner.replace(QLatin1Char('\''), QLatin1String("'\\''"));
-    return QLatin1Char('\'') + inner + QLatin1Char('\'');
+    QString line;
+    for (const QString& text : texts) {
+        line += QLatin1Char(' ') + cli::shellWord(text);
+    }
+    return line;
 }
 
 QString fishWord(const QString& text)

@@ -4,7 +4,7 @@
 #ifndef MIOLKA_CLI_PAPERS_QUOTING_H
 #define MIOLKA_CLI_PAPERS_QUOTING_H
 
-#include <QString>
+#include <QStringList>
 
 /// Text that stands for itself in a file of that kind, whatever is in it.
 namespace papers {
@@ -12,8 +12,8 @@ namespace papers {
 /// A line of text for roff.
 [[nodiscard]] QString roff(const QString& text);
 
-/// One word for bash and zsh, in quotes.
-[[nodiscard]] QString shellWord(const QString& text);
+/// Words for bash and zsh, each as cli::shellWord() has it and with a blank before it.
+[[nodiscard]] QString shellWords(const QStringList& texts);
 
 /// One word for fish, in quotes.
 [[nodiscard]] QString fishWord(const QString& text);

@@ -3,11 +3,13 @@
 
 #include "cli/papers/completions.h"
 #include "cli/papers/quoting.h"
+#include "cli/shellword.h"
 
 namespace {
 
+using cli::shellWord;
 using papers::Offer;
-using papers::shellWord;
+using papers::shellWords;
 using papers::zshPlain;
 
 const char head[] = R"(#compdef miolkactl
@@ -15,15 +17,6 @@ const char head[] = R"(#compdef miolkactl
 # SPDX-License-Identifier: GPL-3.0-or-later
 
 )";
-
-QString words(const QStringList& texts)
-{
-    QString line;
-    for (const QString& text : texts) {
-        line += QLatin1Char(' ') + shellWord(text);
-    }
-    return line;
-}
 
 QString filesLine(const QStringList& suffixes)
 {
@@ -47,7 +40,7 @@ QString offerFunction(const Offer& offer)
         body +=
             QLatin1String(offer.completion == Completion::Assignment ? "    compadd \"$@\" -S '' --"
                                                                      : "    compadd \"$@\" --") +
-            words(offer.words) + QLatin1Char('\n');
+            shellWords(offer.words) + QLatin1Char('\n');
     }
     if (offer.completion == Completion::Directory) {
         body += QStringLiteral("    _files \"$@\" -/\n");
