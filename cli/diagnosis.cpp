@@ -3,6 +3,8 @@
 
 #include "cli/diagnosis.h"
 
+#include "cli/bootloader.h"
+#include "cli/shellword.h"
 #include "device/protocol.h"
 
 #include <QFileInfo>
@@ -47,7 +49,7 @@ cMyFinding nothingAttached()
     return {"none",
             {},
             QStringLiteral("no device is seen on USB"),
-            {{QStringLiteral("Plug the device in and switch it on"), {}},
+            {{QStringLiteral("Plug the device in; it comes on by itself"), {}},
              {QStringLiteral("Try another cable: one that is only for charging has no wires for "
                              "data. Try another socket, and none of a hub"),
               {}},
@@ -85,9 +87,7 @@ cMyFinding waitingBootLoader(const cMyFoundPort& port)
             port.path.isEmpty() ? port.name : port.path,
             QStringLiteral("the device waits in its boot loader for a new firmware, and answers "
                            "nothing else"),
-            {{QStringLiteral("To leave the boot loader, unplug the device, switch it off and on, "
-                             "and plug it in again"),
-              {}}},
+            {{QStringLiteral("To use it again, %1").arg(cli::bootLoaderWayOut()), {}}},
             ExitStatus::NoDevice};
 }
 
@@ -135,38 +135,90 @@ cMyFinding forbidden(const QString& path, const cMyExamination& examination, con
     return finding;
 }
 
-cMyFinding busy(const QString& path, const cMySystemLook& system, const QString& reason)
+/// The line that ends a process, if need be with the rights of root.
+QString endLine(const cMyProcess& process, const cMyUser& user)
 {
-    cMyFinding finding = {"busy", path, {}, {}, ExitStatus::NotAllowed};
-    QStringList names;
-    const QVector<cMyProcess> holders = system.holders(path);
-    for (const cMyProcess& process : holders) {
-        names.append(QStringLiteral("%1 (process %2)").arg(process.name).arg(process.id));
-    }
-    if (names.isEmpty()) {
-        finding.text = QStringLiteral("the port cannot be opened (%1); a program of another user "
-                                      "may have it")
-                           .arg(reason);
-        finding.remedies = {
-            {QStringLiteral("Find the program"), {QStringLiteral("sudo fuser -v %1").arg(path)}}};
-        return finding;
-    }
-    finding.text = QStringLiteral("the port is in use by %1").arg(names.join(QStringLiteral(", ")));
-    finding.remedies = {{QStringLiteral("Close that program; if it has no window to close, end it"),
-                         {QStringLiteral("kill %1").arg(holders.first().id)}}};
-    return finding;
+    const bool isAllowed = process.owner == user.name || user.name == QLatin1String("root");
+    return QStringLiteral("%1kill %2")
+        .arg(isAllowed ? QString() : QStringLiteral("sudo "))
+        .arg(process.id);
 }
 
-cMyFinding openPort(const QString& path, const cMyExamination& examination)
+cMyFinding held(const QString& path, const QVector<cMyProcess>& holders, const cMyUser& user)
 {
+    QStringList names;
+    QStringList endLines;
+    for (const cMyProcess& process : holders) {
+        names.append(QStringLiteral("%1 (process %2)").arg(process.name).arg(process.id));
+        endLines.append(endLine(process, user));
+    }
+    const bool isOne = holders.size() == 1;
+    return {
+        "busy",
+        path,
+        QStringLiteral("the port is in use by %1").arg(names.join(QStringLiteral(", "))),
+        {{isOne ? QStringLiteral("Close that program; if it has no window to close, end it")
+                : QStringLiteral("Close those programs; end those that have no window to close"),
+          endLines}},
+        ExitStatus::NotAllowed};
+}
+
+/// The system lets only who made a lock file, or root, remove it.
+cMyFinding locked(const QString& path, const QStringList& locks)
+{
+    QStringList lines;
+    for (const QString& lock : locks) {
+        lines.append(QStringLiteral("sudo rm %1").arg(cli::shellWord(lock)));
+    }
+    return {"staleLock",
+            path,
+            QStringLiteral("the port is locked by %1, which a program left behind that runs no "
+                           "longer")
+                .arg(locks.join(QStringLiteral(", "))),
+            {{QStringLiteral("Remove the lock file"), lines}},
+            ExitStatus::NotAllowed};
+}
+
+cMyFinding busy(const QString& path, const cMyExamination& examination, const QString& reason)
+{
+    const QVector<cMyProcess> holders = examination.system.holders(path);
+    if (!holders.isEmpty()) {
+        return held(path, holders, examination.user);
+    }
+    const QStringList locks = examination.system.staleLocks(path);
+    if (!locks.isEmpty()) {
+        return locked(path, locks);
+    }
+    return {"busy",
+            path,
+            QStringLiteral("the port cannot be opened (%1); a program of another user may have it")
+                .arg(reason),
+            {{QStringLiteral("Find the program"),
+              {QStringLiteral("sudo fuser -v %1").arg(cli::shellWord(path))}}},
+            ExitStatus::NotAllowed};
+}
+
+/// That it can be opened does not mean that nobody else has it: few programs ask for it alone, and
+/// each takes a part of the answers from the others.
+cMyFinding freePort(const QString& path, const cMyExamination& examination)
+{
+    const QVector<cMyProcess> holders = examination.system.holders(path);
+    if (!holders.isEmpty()) {
+        // Nothing is sent into what another program is at.
+        return held(path, holders, examination.user);
+    }
     if (examination.answers(path)) {
         return {"well", path, QStringLiteral("the device answers; all is well"), {}};
+    }
+    // A program that has come meanwhile may have got the answer.
+    const QVector<cMyProcess> latecomers = examination.system.holders(path);
+    if (!latecomers.isEmpty()) {
+        return held(path, latecomers, examination.user);
     }
     return {"silent",
             path,
             QStringLiteral("the port can be opened, but the device does not answer"),
-            {{QStringLiteral("Unplug the device, switch it off and on, and plug it in again; then "
-                             "look again"),
+            {{QStringLiteral("Unplug the device and plug it in again; then look again"),
               {QStringLiteral("miolkactl doctor")}}},
             ExitStatus::Protocol};
 }
@@ -176,9 +228,9 @@ cMyFinding stateOfPort(const QString& path, const cMyExamination& examination)
     const cMyPortProbe probe = examination.probe(path);
     switch (probe.access) {
     case cMyPortProbe::Access::Free:
-        return openPort(path, examination);
+        return freePort(path, examination);
     case cMyPortProbe::Access::Busy:
-        return busy(path, examination.system, probe.reason);
+        return busy(path, examination, probe.reason);
     case cMyPortProbe::Access::Forbidden:
         return forbidden(path, examination, probe.reason);
     case cMyPortProbe::Access::Faulty:
@@ -214,26 +266,37 @@ cMyFinding severalDevices(const QStringList& paths)
                            "is meant")
                 .arg(paths.size()),
             {{QStringLiteral("Name the port, such as"),
-              {QStringLiteral("miolkactl --port %1 status").arg(paths.first())}}}};
+              {QStringLiteral("miolkactl --port %1 status").arg(cli::shellWord(paths.first()))}}}};
 }
 
-bool isMeant(const cMyFoundPort& port, const QString& chosen)
+QString chosenPath(const QString& chosen)
 {
-    return chosen.isEmpty() || chosen == port.name || chosen == port.path;
+    return chosen.contains(QLatin1Char('/')) ? QFileInfo(chosen).absoluteFilePath()
+                                             : QStringLiteral("/dev/") + chosen;
+}
+
+/// A port may be named by a link to it, too.
+bool isMeant(const cMyFoundPort& port, const cMyExamination& examination)
+{
+    const QString& chosen = examination.chosenPort;
+    return chosen.isEmpty() || chosen == port.name || chosen == port.path ||
+           (!port.path.isEmpty() && examination.system.isSamePort(port.path, chosenPath(chosen)));
 }
 
 /// Paths of the ports to look at. One that was named need not be of a device that was recognised.
 QStringList pathsToExamine(const cMyExamination& examination)
 {
     QStringList paths;
+    bool isAnyMeant = false;
     for (const cMyFoundPort& port : examination.ports) {
-        if (!port.isBootLoader && isMeant(port, examination.chosenPort)) {
+        const bool isThisMeant = isMeant(port, examination);
+        isAnyMeant = isAnyMeant || isThisMeant;
+        if (isThisMeant && !port.isBootLoader) {
             paths.append(port.path);
         }
     }
-    const QString& chosen = examination.chosenPort;
-    if (paths.isEmpty() && !chosen.isEmpty()) {
-        paths.append(chosen.contains(QLatin1Char('/')) ? chosen : QStringLiteral("/dev/") + chosen);
+    if (!isAnyMeant && !examination.chosenPort.isEmpty()) {
+        paths.append(examination.system.target(chosenPath(examination.chosenPort)));
     }
     return paths;
 }
@@ -242,7 +305,7 @@ QVector<cMyFinding> findingsBeyondPorts(const cMyExamination& examination)
 {
     QVector<cMyFinding> findings;
     for (const cMyFoundPort& port : examination.ports) {
-        if (port.isBootLoader) {
+        if (port.isBootLoader && isMeant(port, examination)) {
             findings.append(waitingBootLoader(port));
         }
     }

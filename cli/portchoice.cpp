@@ -3,6 +3,7 @@
 
 #include "cli/portchoice.h"
 
+#include "cli/bootloader.h"
 #include "cli/invocation.h"
 
 #include <QFileInfo>
@@ -23,8 +24,7 @@ cMyOutcome bootLoader(const QString& name)
         QStringLiteral("%1: this device waits in its boot loader for a firmware update, "
                        "and understands nothing else")
             .arg(name),
-        QStringLiteral("leave that mode with [Start Application] in the program for "
-                       "firmware updates, then plug the device in anew"));
+        cli::bootLoaderWayOut());
 }
 
 cMyOutcome chooseNamed(const QString& name, cMyFoundPort& port)

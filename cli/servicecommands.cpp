@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "cli/bootloader.h"
 #include "cli/commands.h"
 #include "cli/confirmation.h"
 #include "cli/console.h"
@@ -17,7 +18,7 @@ struct Service
 {
     const char* word;
     const char* question; ///< behind the port's name
-    const char* done;     ///< likewise
+    QString done;         ///< likewise
     bool mayLeaveAtOnce;  ///< starting anew, it may be gone before it has answered
 };
 
@@ -42,9 +43,7 @@ const Service bootService = {
     device::bootWord,
     "its boot loader only takes new firmware from another program, and it understands nothing else "
     "until that program starts it again. Start the boot loader?",
-    "it is in its boot loader now; leave that with [Start Application] in the program for "
-    "firmware updates",
-    true};
+    QStringLiteral("it is in its boot loader now; ") + cli::bootLoaderWayOut(), true};
 
 ExitStatus runService(const Service& service, const cMyInvocation& invocation, cMyConsole& console)
 {
@@ -65,7 +64,7 @@ ExitStatus runService(const Service& service, const cMyInvocation& invocation, c
     if (!outcome.isDone()) {
         return console.tell(outcome);
     }
-    console.say(QStringLiteral("%1: %2").arg(session.name(), QLatin1String(service.done)));
+    console.say(QStringLiteral("%1: %2").arg(session.name(), service.done));
     return ExitStatus::Done;
 }
 

@@ -12,6 +12,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <csignal>
+#include <limits>
 #include <utility>
 
 #include <sys/stat.h>
@@ -57,6 +60,35 @@ std::optional<FileId> idOf(const QString& path)
         return std::nullopt;
     }
     return FileId(status.st_dev, status.st_ino);
+}
+
+/// The open file of a process that is that node; empty if there is none.
+QString openFile(const QDir& process, const FileId& node)
+{
+    const QDir files(process.filePath(QStringLiteral("fd")));
+    const QStringList names = files.entryList(QDir::Files | QDir::System);
+    const auto found = std::find_if(names.cbegin(), names.cend(), [&](const QString& name) {
+        return idOf(files.filePath(name)) == node;
+    });
+    return found == names.cend() ? QString() : files.filePath(*found);
+}
+
+/// A pseudo-terminal has two ends. Who has the far one, too, serves the port, as a virtual device
+/// does, and takes nothing from those who use it.
+bool hasFarEnd(const QDir& process, const QString& terminalNumber)
+{
+    const QString mark = QStringLiteral("tty-index:\t") + terminalNumber;
+    const QDir infos(process.filePath(QStringLiteral("fdinfo")));
+    const QStringList names = infos.entryList(QDir::Files);
+    return std::any_of(names.cbegin(), names.cend(), [&](const QString& name) {
+        return readLine(infos.filePath(name)).split(QLatin1Char('\n')).contains(mark);
+    });
+}
+
+/// The process that the first line of a lock file names; 0 if it names none.
+qint64 processIn(const QString& lockFile)
+{
+    return readLine(lockFile).section(QLatin1Char('\n'), 0, 0).trimmed().toLongLong();
 }
 
 QString modeOf(QFileDevice::Permissions permissions)
@@ -119,16 +151,37 @@ std::optional<cMyNode> cMySystemLook::node(const QString& portPath) const
     return cMyNode{info.owner(), info.group(), modeOf(info.permissions())};
 }
 
+QString cMySystemLook::target(const QString& portPath) const
+{
+    constexpr int mostLinks = 40; // as many as the system itself would follow
+    const QString prefix = QDir(m_root).isRoot() ? QString() : QDir::cleanPath(m_root);
+    QString reached = portPath;
+    for (int i = 0; i < mostLinks; ++i) {
+        const QString next = QFile::symLinkTarget(path(reached));
+        if (next.isEmpty()) {
+            break;
+        }
+        reached = QDir::cleanPath(next.startsWith(prefix) ? next.mid(prefix.size()) : next);
+    }
+    return reached;
+}
+
+bool cMySystemLook::isSamePort(const QString& one, const QString& other) const
+{
+    const std::optional<FileId> id = idOf(path(one));
+    return id && id == idOf(path(other));
+}
+
 QVector<cMyProcess> cMySystemLook::holders(const QString& portPath) const
 {
     QVector<cMyProcess> found;
     QVector<qint64> seen = {QCoreApplication::applicationPid()};
-    const QVector<qint64> candidates =
-        lockHolders(QFileInfo(portPath).fileName()) + openers(portPath);
+    const QVector<qint64> candidates = lockHolders(portPath) + openers(portPath);
     for (const qint64 id : candidates) {
         if (!seen.contains(id)) {
             seen.append(id);
-            found.append({id, nameOf(id)});
+            const QFileInfo process(path(QStringLiteral("/proc/%1").arg(id)));
+            found.append({id, nameOf(id), process.owner()});
         }
     }
     return found;
@@ -177,16 +230,57 @@ QVector<qint64> cMySystemLook::processes() const
     return ids;
 }
 
-/// A lock file of a process that is gone means nothing.
-QVector<qint64> cMySystemLook::lockHolders(const QString& portName) const
+/// Those that are there, each by one path only where a directory is a link to another.
+QStringList cMySystemLook::lockFiles(const QString& portPath) const
+{
+    const QString devices = QStringLiteral("/dev/");
+    QString name = portPath.startsWith(devices) ? portPath.mid(devices.size()) : portPath;
+    name.replace(QLatin1Char('/'), QLatin1Char('_'));
+    const std::array<QString, 3> directories = {QStringLiteral("/run/lock"),
+                                                QStringLiteral("/var/lock"),
+                                                QStringLiteral("/run/lock/lockdev")};
+    QStringList files;
+    QVector<FileId> seen;
+    for (const QString& directory : directories) {
+        const QString file = QStringLiteral("%1/LCK..%2").arg(directory, name);
+        const std::optional<FileId> id = idOf(path(file));
+        if (id && !seen.contains(*id)) {
+            seen.append(*id);
+            files.append(file);
+        }
+    }
+    return files;
+}
+
+QStringList cMySystemLook::staleLocks(const QString& portPath) const
+{
+    QStringList stale;
+    const QStringList files = lockFiles(portPath);
+    for (const QString& file : files) {
+        const qint64 id = processIn(path(file));
+        if (id > 0 && isGone(id)) {
+            stale.append(file);
+        }
+    }
+    return stale;
+}
+
+/// Some systems hide the processes of other users in their files, but not from signals.
+bool cMySystemLook::isGone(qint64 process) const
+{
+    if (QFileInfo::exists(path(QStringLiteral("/proc/%1").arg(process)))) {
+        return false;
+    }
+    constexpr qint64 greatest = std::numeric_limits<pid_t>::max();
+    return process > greatest || (::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH);
+}
+
+QVector<qint64> cMySystemLook::lockHolders(const QString& portPath) const
 {
     QVector<qint64> ids;
-    const std::array<QString, 3> directories = {QStringLiteral("/var/lock"),
-                                                QStringLiteral("/run/lock"),
-                                                QStringLiteral("/run/lock/lockdev")};
-    for (const QString& directory : directories) {
-        const QString file = path(QStringLiteral("%1/LCK..%2").arg(directory, portName));
-        const qint64 id = readLine(file).section(QLatin1Char('\n'), 0, 0).trimmed().toLongLong();
+    const QStringList files = lockFiles(portPath);
+    for (const QString& file : files) {
+        const qint64 id = processIn(path(file));
         if (id > 0 && !nameOf(id).isEmpty()) {
             ids.append(id);
         }
@@ -203,10 +297,10 @@ QVector<qint64> cMySystemLook::openers(const QString& portPath) const
     }
     const QVector<qint64> all = processes();
     for (const qint64 id : all) {
-        const QDir files(path(QStringLiteral("/proc/%1/fd").arg(id)));
-        const QStringList names = files.entryList(QDir::Files | QDir::System);
-        if (std::any_of(names.cbegin(), names.cend(),
-                        [&](const QString& name) { return idOf(files.filePath(name)) == node; })) {
+        const QDir process(path(QStringLiteral("/proc/%1").arg(id)));
+        const QString file = openFile(process, *node);
+        const QString terminal = QFileInfo(QFile::symLinkTarget(file)).fileName();
+        if (!file.isEmpty() && !hasFarEnd(process, terminal)) {
             ids.append(id);
         }
     }

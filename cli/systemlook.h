@@ -4,7 +4,7 @@
 #ifndef MIOLKA_CLI_SYSTEMLOOK_H
 #define MIOLKA_CLI_SYSTEMLOOK_H
 
-#include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include <optional>
@@ -30,6 +30,7 @@ struct cMyProcess
 {
     qint64 id = 0;
     QString name;
+    QString owner; ///< the user who runs it
 };
 
 /// What the system tells in its files (/sys, /proc, /dev, /run) of devices, ports and who uses
@@ -46,9 +47,19 @@ public:
     /// Of the port at that path, such as "/dev/ttyACM0"; nothing if there is none.
     [[nodiscard]] std::optional<cMyNode> node(const QString& portPath) const;
 
-    /// Processes that have the port, by their lock files or by having it open. Who another user
-    /// runs may be seen by the lock file only.
+    /// The path that a link leads to, through all links; the path itself if it is none.
+    [[nodiscard]] QString target(const QString& portPath) const;
+
+    /// Whether both paths lead to the same port that is there.
+    [[nodiscard]] bool isSamePort(const QString& one, const QString& other) const;
+
+    /// Other processes that have the port, by their lock files or by having it open. Who another
+    /// user runs may be seen by the lock file only. Who serves a pseudo-terminal is no holder of
+    /// it.
     [[nodiscard]] QVector<cMyProcess> holders(const QString& portPath) const;
+
+    /// Lock files of the port that processes left behind which are gone.
+    [[nodiscard]] QStringList staleLocks(const QString& portPath) const;
 
     /// Whether a process of that name runs.
     [[nodiscard]] bool isRunning(const QString& processName) const;
@@ -63,7 +74,9 @@ private:
     [[nodiscard]] QString path(const QString& absolute) const;
     [[nodiscard]] QString nameOf(qint64 process) const;
     [[nodiscard]] QVector<qint64> processes() const;
-    [[nodiscard]] QVector<qint64> lockHolders(const QString& portName) const;
+    [[nodiscard]] QStringList lockFiles(const QString& portPath) const;
+    [[nodiscard]] QVector<qint64> lockHolders(const QString& portPath) const;
+    [[nodiscard]] bool isGone(qint64 process) const;
     [[nodiscard]] QVector<qint64> openers(const QString& portPath) const;
     [[nodiscard]] bool isMarked(const QString& deviceFile) const;
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "cli/bootloader.h"
 #include "cli/diagnosis.h"
 #include "device/protocol.h"
 #include "tests/cli/systemtree.h"
@@ -35,9 +36,16 @@ private slots:
     void aDeviceWithoutAPort_data();
     void aDeviceWithoutAPort();
     void aBootLoader();
+    void aNamedBootLoaderIsLeftAlone_data();
+    void aNamedBootLoaderIsLeftAlone();
     void aDeviceThatAnswers();
     void aDeviceThatIsSilent();
+    void aSharedPortIsBusy();
+    void aProgramThatCameMeanwhileIsTold();
     void aBusyPortNamesTheProgram();
+    void eachProgramIsEnded_data();
+    void eachProgramIsEnded();
+    void aLeftLockFileIsNamed();
     void aBusyPortOfAnUnknownProgram();
     void aForbiddenPort_data();
     void aForbiddenPort();
@@ -46,6 +54,9 @@ private slots:
     void theModemService();
     void severalDevices();
     void onlyTheChosenPortMatters();
+    void aLinkStandsForItsPort_data();
+    void aLinkStandsForItsPort();
+    void noRemedyNeedsASwitch();
     void aChosenPortThatIsNotThere();
     void theStatus_data();
     void theStatus();
@@ -122,7 +133,38 @@ void TestDiagnosis::aBootLoader()
     const QVector<cMyFinding> findings = cli::diagnose(made);
     QCOMPARE(findings.size(), 1);
     QCOMPARE(findings.first().kind, "bootLoader");
-    QVERIFY(findings.first().remedies.first().text.contains("unplug"));
+    QVERIFY(findings.first().remedies.first().text.contains(cli::bootLoaderWayOut()));
+    QCOMPARE(cli::statusOf(findings), ExitStatus::NoDevice);
+}
+
+void TestDiagnosis::aNamedBootLoaderIsLeftAlone_data()
+{
+    QTest::addColumn<QString>("chosen");
+    QTest::newRow("name") << "ttyACM0";
+    QTest::newRow("path") << port;
+    QTest::newRow("link") << "/dev/miolka";
+}
+
+void TestDiagnosis::aNamedBootLoaderIsLeftAlone()
+{
+    QFETCH(QString, chosen);
+    m_tree->put(port, {});
+    m_tree->link("/dev/miolka", m_tree->path(port));
+    cMyExamination made = examination(Access::Free);
+    made.ports = {{"ttyACM0", port, device::bootLoaderProductId, {}, true},
+                  {"ttyACM1", "/dev/ttyACM1", device::productId, {}, false},
+                  {"1-4", {}, device::bootLoaderProductId, {}, true}};
+    made.chosenPort = chosen;
+    bool wasTouched = false;
+    made.probe = [&](const QString&) {
+        wasTouched = true;
+        return cMyPortProbe();
+    };
+    const QVector<cMyFinding> findings = cli::diagnose(made);
+    QVERIFY(!wasTouched);
+    QCOMPARE(findings.size(), 1);
+    QCOMPARE(findings.first().kind, "bootLoader");
+    QCOMPARE(findings.first().port, port);
     QCOMPARE(cli::statusOf(findings), ExitStatus::NoDevice);
 }
 
@@ -144,6 +186,40 @@ void TestDiagnosis::aDeviceThatIsSilent()
     QCOMPARE(cli::statusOf(findings), ExitStatus::Protocol);
 }
 
+void TestDiagnosis::aSharedPortIsBusy()
+{
+    m_tree->put(port, {});
+    m_tree->put("/proc/42/comm", "cat\n");
+    m_tree->link("/proc/42/fd/3", m_tree->path(port));
+    cMyExamination made = examination(Access::Free);
+    bool wasAsked = false;
+    made.answers = [&](const QString&) {
+        wasAsked = true;
+        return true;
+    };
+    const QVector<cMyFinding> findings = cli::diagnose(made);
+    QCOMPARE(findings.size(), 1);
+    QCOMPARE(findings.first().kind, "busy");
+    QVERIFY(findings.first().text.contains("cat (process 42)"));
+    QCOMPARE(cli::statusOf(findings), ExitStatus::NotAllowed);
+    QVERIFY(!wasAsked);
+}
+
+void TestDiagnosis::aProgramThatCameMeanwhileIsTold()
+{
+    cMyExamination made = examination(Access::Free);
+    made.answers = [&](const QString&) {
+        m_tree->put(port, {});
+        m_tree->put("/proc/42/comm", "cat\n");
+        m_tree->link("/proc/42/fd/3", m_tree->path(port));
+        return false;
+    };
+    const QVector<cMyFinding> findings = cli::diagnose(made);
+    QCOMPARE(findings.size(), 1);
+    QCOMPARE(findings.first().kind, "busy");
+    QCOMPARE(cli::statusOf(findings), ExitStatus::NotAllowed);
+}
+
 void TestDiagnosis::aBusyPortNamesTheProgram()
 {
     m_tree->put("/proc/42/comm", "gps daemon\n");
@@ -152,7 +228,43 @@ void TestDiagnosis::aBusyPortNamesTheProgram()
     QCOMPARE(findings.size(), 1);
     QCOMPARE(findings.first().kind, "busy");
     QVERIFY(findings.first().text.contains("gps daemon (process 42)"));
-    QCOMPARE(commandsOf(findings.first()), QStringList{"kill 42"});
+    QCOMPARE(cli::statusOf(findings), ExitStatus::NotAllowed);
+}
+
+void TestDiagnosis::eachProgramIsEnded_data()
+{
+    QTest::addColumn<QString>("user");
+    QTest::addColumn<QStringList>("commands");
+    QTest::newRow("of this user") << cli::currentUser().name << QStringList{"kill 42", "kill 43"};
+    QTest::newRow("of another user") << "jan" << QStringList{"sudo kill 42", "sudo kill 43"};
+    QTest::newRow("for root") << "root" << QStringList{"kill 42", "kill 43"};
+}
+
+void TestDiagnosis::eachProgramIsEnded()
+{
+    QFETCH(QString, user);
+    m_tree->put(port, {});
+    for (const char* process : {"42", "43"}) {
+        const QString directory = QStringLiteral("/proc/") + process;
+        m_tree->put(directory + "/comm", "gps\n");
+        m_tree->link(directory + "/fd/3", m_tree->path(port));
+    }
+    cMyExamination made = examination(Access::Busy);
+    made.user.name = user;
+    QStringList commands = commandsOf(cli::diagnose(made).first());
+    commands.sort();
+    QTEST(commands, "commands");
+}
+
+void TestDiagnosis::aLeftLockFileIsNamed()
+{
+    // A number above the greatest that the system gives to processes.
+    m_tree->put("/run/lock/LCK..ttyACM0", "4194305\n");
+    const QVector<cMyFinding> findings = cli::diagnose(examination(Access::Busy));
+    QCOMPARE(findings.size(), 1);
+    QCOMPARE(findings.first().kind, "staleLock");
+    QVERIFY(findings.first().text.contains("/run/lock/LCK..ttyACM0"));
+    QCOMPARE(commandsOf(findings.first()), QStringList{"sudo rm /run/lock/LCK..ttyACM0"});
     QCOMPARE(cli::statusOf(findings), ExitStatus::NotAllowed);
 }
 
@@ -272,6 +384,44 @@ void TestDiagnosis::onlyTheChosenPortMatters()
     const QVector<cMyFinding> findings = cli::diagnose(made);
     QCOMPARE(findings.size(), 1);
     QCOMPARE(findings.first().port, QStringLiteral("/dev/ttyACM1"));
+}
+
+void TestDiagnosis::aLinkStandsForItsPort_data()
+{
+    QTest::addColumn<bool>("isKnown");
+    QTest::newRow("of a device") << true;
+    QTest::newRow("of something else") << false;
+}
+
+void TestDiagnosis::aLinkStandsForItsPort()
+{
+    QFETCH(bool, isKnown);
+    m_tree->put(port, {});
+    m_tree->link("/dev/miolka", m_tree->path(port));
+    cMyExamination made = examination(Access::Free);
+    if (!isKnown) {
+        made.ports.clear();
+    }
+    made.chosenPort = "/dev/miolka";
+    const QVector<cMyFinding> findings = cli::diagnose(made);
+    QCOMPARE(findings.size(), 1);
+    QCOMPARE(findings.first().port, port);
+}
+
+void TestDiagnosis::noRemedyNeedsASwitch()
+{
+    cMyExamination none = examination(Access::Free);
+    none.ports.clear();
+    cMyExamination waiting = examination(Access::Free);
+    waiting.ports = {{"1-4", {}, device::bootLoaderProductId, {}, true}};
+    const QVector<cMyFinding> findings = cli::diagnose(none) + cli::diagnose(waiting) +
+                                         cli::diagnose(examination(Access::Free, false));
+    QCOMPARE(findings.size(), 3);
+    for (const cMyFinding& finding : findings) {
+        for (const cMyRemedy& remedy : finding.remedies) {
+            QVERIFY2(!remedy.text.contains("switch"), qPrintable(remedy.text));
+        }
+    }
 }
 
 void TestDiagnosis::aChosenPortThatIsNotThere()

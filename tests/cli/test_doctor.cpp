@@ -1,15 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "cli/bootloader.h"
 #include "device/protocol.h"
 #include "emulator/mockedusb.h"
 #include "tests/cli/toolrun.h"
 #include "tests/support/serveddevice.h"
 #include "tests/support/skipped.h"
 
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTemporaryDir>
+
+#include <algorithm>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -31,8 +36,10 @@ private slots:
     void listingSendsNothing();
     void noDevice();
     void aBusyPortNamesItsHolder();
+    void aPortThatAnotherProgramReads();
     void aForbiddenPort();
     void aBootLoader();
+    void aLinkStandsForItsPort();
     void aSilentDevice();
     void severalDevices();
 
@@ -148,6 +155,31 @@ void TestDoctor::aBusyPortNamesItsHolder()
     QVERIFY(holder.waitForFinished());
 }
 
+void TestDoctor::aPortThatAnotherProgramReads()
+{
+    plug("ttyACM0");
+    QProcess reader;
+    reader.start(QStringLiteral("cat"), {m_device->path()});
+    QVERIFY(reader.waitForStarted());
+    const QDir files(QStringLiteral("/proc/%1/fd").arg(reader.processId()));
+    QTRY_VERIFY([&] {
+        const QStringList names = files.entryList(QDir::Files | QDir::System);
+        return std::any_of(names.cbegin(), names.cend(), [&](const QString& name) {
+            return QFile::symLinkTarget(files.filePath(name)) == m_device->path();
+        });
+    }());
+    const support::ToolResult doctor = run({"doctor", "--json"});
+    QCOMPARE(doctor.status, 4);
+    const QJsonObject json = QJsonDocument::fromJson(doctor.out.toUtf8()).object();
+    const QJsonObject finding = json.value("findings").toArray().first().toObject();
+    QCOMPARE(finding.value("kind").toString(), QStringLiteral("busy"));
+    const QString name = QStringLiteral("cat (process %1)").arg(reader.processId());
+    QVERIFY2(finding.value("text").toString().contains(name), qPrintable(doctor.out));
+    reader.kill();
+    QVERIFY(reader.waitForFinished());
+    QCOMPARE(run({"doctor"}).status, 0);
+}
+
 void TestDoctor::aForbiddenPort()
 {
     plug("ttyACM0");
@@ -174,7 +206,25 @@ void TestDoctor::aBootLoader()
     QVERIFY2(ports.out.startsWith("ttyACM0: boot loader"), qPrintable(ports.out));
     const support::ToolResult doctor = run({"doctor"});
     QCOMPARE(doctor.status, 3);
-    QVERIFY2(doctor.out.contains("To leave the boot loader"), qPrintable(doctor.out));
+    QVERIFY2(doctor.out.contains(cli::bootLoaderWayOut()), qPrintable(doctor.out));
+    const support::ToolResult named = run({"doctor", "--port", "ttyACM0", "--json"});
+    QCOMPARE(named.status, 3);
+    const QJsonObject json = QJsonDocument::fromJson(named.out.toUtf8()).object();
+    QCOMPARE(json.value("status").toInt(), 3);
+    const support::ToolResult status = run({"status"});
+    QCOMPARE(status.status, 3);
+    QVERIFY2(status.err.contains(cli::bootLoaderWayOut()), qPrintable(status.err));
+}
+
+void TestDoctor::aLinkStandsForItsPort()
+{
+    plug("ttyACM0");
+    const QTemporaryDir directory;
+    const QString link = directory.filePath("miolka");
+    QVERIFY(QFile::link(m_device->path(), link));
+    const support::ToolResult doctor = run({"doctor", "--port", link});
+    QCOMPARE(doctor.status, 0);
+    QCOMPARE(doctor.out, QStringLiteral("/dev/ttyACM0: the device answers; all is well\n"));
 }
 
 void TestDoctor::aSilentDevice()

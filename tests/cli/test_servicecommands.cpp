@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "cli/bootloader.h"
 #include "tests/cli/devicetool.h"
 
 #include <QtTest>
@@ -44,7 +45,9 @@ void TestServiceCommands::bootStartsTheBootLoader()
         QObject::connect(&tool.device.device(), &cMyVirtualDevice::bootRequested,
                          &tool.device.device(), [&wasBooted] { wasBooted = true; });
     });
-    QCOMPARE(tool.run({"boot", "--yes"}).status, 0);
+    const ToolResult result = tool.run({"boot", "--yes"});
+    QCOMPARE(result.status, 0);
+    QVERIFY2(result.err.contains(cli::bootLoaderWayOut()), qPrintable(result.err));
     tool.device.inThread([] {});
     QVERIFY(wasBooted);
 }

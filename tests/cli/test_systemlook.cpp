@@ -26,6 +26,15 @@ private slots:
     void aProcessWithTheNodeOpenIsFound();
     void aProcessIsToldOnce();
     void thisProcessIsNoHolder();
+    void whoServesATerminalIsNoHolder_data();
+    void whoServesATerminalIsNoHolder();
+    void aHolderHasAnOwner();
+    void locksAreFoundAsTheyAreNamed();
+    void aLockOfAGoneProcessIsStale_data();
+    void aLockOfAGoneProcessIsStale();
+    void aLockInALinkedDirectoryIsToldOnce();
+    void linksLeadToThePort_data();
+    void linksLeadToThePort();
     void aServiceIsFoundByItsName();
     void rulesHideAPort_data();
     void rulesHideAPort();
@@ -130,6 +139,103 @@ void TestSystemLook::thisProcessIsNoHolder()
     putProcess(self, "test");
     m_tree->link(QStringLiteral("/proc/%1/fd/5").arg(self), m_tree->path(node));
     QCOMPARE(look().holders(node).size(), 0);
+}
+
+void TestSystemLook::whoServesATerminalIsNoHolder_data()
+{
+    QTest::addColumn<QByteArray>("farEnd");
+    QTest::addColumn<int>("count");
+    QTest::newRow("of this terminal") << QByteArray("pos:\t0\ntty-index:\t3\n") << 0;
+    QTest::newRow("of another terminal") << QByteArray("pos:\t0\ntty-index:\t33\n") << 1;
+    QTest::newRow("of none") << QByteArray("pos:\t0\n") << 1;
+}
+
+void TestSystemLook::whoServesATerminalIsNoHolder()
+{
+    QFETCH(QByteArray, farEnd);
+    putProcess(7, "emulator");
+    m_tree->put("/dev/pts/3", {});
+    m_tree->link("/proc/7/fd/5", m_tree->path("/dev/pts/3"));
+    m_tree->put("/proc/7/fdinfo/6", farEnd);
+    QTEST(look().holders("/dev/pts/3").size(), "count");
+}
+
+void TestSystemLook::aHolderHasAnOwner()
+{
+    putProcess(7, "terminal");
+    m_tree->link("/proc/7/fd/5", m_tree->path(node));
+    QCOMPARE(look().holders(node).first().owner, QFileInfo(m_tree->path("/proc/7")).owner());
+    QVERIFY(!look().holders(node).first().owner.isEmpty());
+}
+
+void TestSystemLook::locksAreFoundAsTheyAreNamed()
+{
+    putProcess(42, "gps daemon");
+    m_tree->put("/run/lock/LCK..pts_3", "42\n");
+    QCOMPARE(look().holders("/dev/pts/3").size(), 1);
+    QCOMPARE(look().holders("/dev/3").size(), 0);
+}
+
+void TestSystemLook::aLockOfAGoneProcessIsStale_data()
+{
+    QTest::addColumn<QByteArray>("contents");
+    QTest::addColumn<bool>("isStale");
+    // Numbers above the greatest that the system gives to processes.
+    QTest::newRow("gone") << QByteArray("   4194305\nprog\nhost\n") << true;
+    QTest::newRow("no number of a process") << QByteArray("99999999999\n") << true;
+    QTest::newRow("seen in the files") << QByteArray("42\n") << false;
+    QTest::newRow("hidden in the files")
+        << QByteArray::number(QCoreApplication::applicationPid()) << false;
+    QTest::newRow("empty") << QByteArray() << false;
+    QTest::newRow("no number") << QByteArray("prog\n") << false;
+}
+
+void TestSystemLook::aLockOfAGoneProcessIsStale()
+{
+    QFETCH(QByteArray, contents);
+    QFETCH(bool, isStale);
+    putProcess(42, "gps daemon");
+    const QString file = QStringLiteral("/run/lock/LCK..ttyACM0");
+    m_tree->put(file, contents);
+    QCOMPARE(look().staleLocks(node), isStale ? QStringList{file} : QStringList());
+    QCOMPARE(look().staleLocks("/dev/ttyACM1"), QStringList());
+}
+
+void TestSystemLook::aLockInALinkedDirectoryIsToldOnce()
+{
+    m_tree->put("/run/lock/LCK..ttyACM0", "4194305\n");
+    m_tree->link("/var/lock", m_tree->path("/run/lock"));
+    QCOMPARE(look().staleLocks(node), QStringList{"/run/lock/LCK..ttyACM0"});
+}
+
+void TestSystemLook::linksLeadToThePort_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<bool>("isSame");
+    QTest::newRow("none") << node << node << true;
+    QTest::newRow("link") << "/dev/miolka" << node << true;
+    QTest::newRow("link to a link") << "/home/jan/miolka" << node << true;
+    QTest::newRow("relative") << "/dev/serial/by-id/usb-1" << node << true;
+    QTest::newRow("to another port") << "/dev/other"
+                                     << "/dev/ttyACM1" << false;
+    QTest::newRow("to itself") << "/dev/loop"
+                               << "/dev/loop" << false;
+    QTest::newRow("nothing there") << "/dev/nothing"
+                                   << "/dev/nothing" << false;
+}
+
+void TestSystemLook::linksLeadToThePort()
+{
+    QFETCH(QString, path);
+    m_tree->put("/dev/ttyACM1", {});
+    m_tree->link("/dev/miolka", m_tree->path(node));
+    m_tree->link("/home/jan/miolka", m_tree->path("/dev/miolka"));
+    m_tree->link("/dev/serial/by-id/usb-1", "../../ttyACM0");
+    m_tree->link("/dev/other", m_tree->path("/dev/ttyACM1"));
+    m_tree->link("/dev/loop", m_tree->path("/dev/loop"));
+    QTEST(look().target(path), "target");
+    QTEST(look().isSamePort(node, path), "isSame");
 }
 
 void TestSystemLook::aServiceIsFoundByItsName()
