@@ -61,6 +61,17 @@ public:
 
     void interrupt() const { ::kill(static_cast<pid_t>(tool->process.processId()), SIGINT); }
 
+    /// While that line, counted from 1, waits for its answer.
+    void interruptAt(int line)
+    {
+        setOddity([this, line](const QByteArray&, const QByteArray& answer) {
+            if (peer.lines().size() == line) {
+                interrupt();
+            }
+            return answer;
+        });
+    }
+
     [[nodiscard]] QString file(const QString& name) const { return directory.filePath(name); }
     [[nodiscard]] QStringList backups() const
     {
@@ -96,6 +107,8 @@ private slots:
     void notUnderstood_data();
     void notUnderstood();
     void interruptedInSilence();
+    void interruptedBeforeTheBackup();
+    void interruptedBeforeTheFirstRecord();
 };
 
 void TestOddAnswers::oneAnswerToAllThatAsksForNothing()
@@ -201,6 +214,29 @@ void TestOddAnswers::interruptedInSilence()
     QVERIFY2(result.err.contains("cancelled; the device does not answer any more"),
              qPrintable(result.err));
     QCOMPARE(odd.peer.lines().constLast(), QString("#ROOT"));
+}
+
+void TestOddAnswers::interruptedBeforeTheBackup()
+{
+    OddDevice odd;
+    odd.interruptAt(support::firstWriteLine - 1);
+    const ToolResult result = odd.run({"write", support::exampleFile, "--yes"});
+    QVERIFY2(result.status == 130, qPrintable(result.err));
+    QVERIFY2(result.err.contains("cancelled before anything was written"), qPrintable(result.err));
+    QCOMPARE(odd.device.memory(EEPROM), odd.original);
+    QCOMPARE(odd.backups(), QStringList());
+}
+
+void TestOddAnswers::interruptedBeforeTheFirstRecord()
+{
+    OddDevice odd;
+    odd.interruptAt(support::firstWrittenRecord - 1);
+    const ToolResult result = odd.run({"write", support::exampleFile, "--yes"});
+    QVERIFY2(result.status == 130, qPrintable(result.err));
+    QVERIFY2(result.err.contains("nothing was changed on the device"), qPrintable(result.err));
+    QVERIFY2(!result.err.contains("do not dive"), qPrintable(result.err));
+    QCOMPARE(odd.device.memory(EEPROM), odd.original);
+    QCOMPARE(odd.backups().size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestOddAnswers)
