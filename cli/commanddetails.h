@@ -92,7 +92,7 @@ constexpr char writeDetails[] =
     "With --all, every "
     "attached device is written to after one question for all of them; a line for each says "
     "what became of it, and the exit status is the one with the highest number.\n\n"
-    "Exit status: 0, 3 if there is no device or several, 4 if its port is in use or "
+    "Exit status: 0, 3 if there is no device, several or the wrong one, 4 if its port is in use or "
     "forbidden, 5 if FILE is at fault or no backup can be made, 6 if the device does not "
     "answer as it should or has gone, 7 if it does not hold what was written, 130 after "
     "Ctrl-C or \"no\".\n\n"
@@ -112,7 +112,8 @@ constexpr char verifyDetails[] =
 constexpr char uploadDetails[] =
     "FILE is a sound library (.mia) or a custom messages library (.mic). Each of its records "
     "is checked before anything is sent: the device has to take it, it has to fit into its "
-    "memory, and the end record has to be there. What is wrong is told with the file and the "
+    "memory (if the device says how large that is), and the end record has to be there. What is "
+    "wrong is told with the file and the "
     "line.\n\n"
     "The library that the device holds is replaced, and cannot be read back: keep its file. "
     "Ctrl-C leaves the device with a part of a library, in its root mode; upload again from "
@@ -123,8 +124,8 @@ constexpr char uploadDetails[] =
     "Example: miolkactl upload english.mia";
 
 constexpr char resetDetails[] =
-    "The device starts anew; its settings and sounds stay. It leaves its port for a moment. "
-    "If it does not come back, plug it in anew.\n\n"
+    "The device starts anew; its settings and sounds stay. It leaves its port for a moment: "
+    "wait until it is back. If it does not come back, plug it in anew.\n\n"
     "Exit status: 0, 3 if there is no device or several, 4 if its port is in use or "
     "forbidden, 6 if the device does not answer as it should, 130 after Ctrl-C or \"no\".\n\n"
     "Example: miolkactl reset --yes";

@@ -32,6 +32,16 @@ QString whyNotWritten(const QString& path)
                      .arg(directory);
 }
 
+cMyOutcome checkTarget(const QString& path)
+{
+    if (QFileInfo::exists(path) && !image::isRegularFile(path)) {
+        return badFile(path, QStringLiteral("is no regular file"));
+    }
+    return image::isMangled(path) || image::writeTarget(path).isEmpty()
+               ? badFile(path, whyNotWritten(path))
+               : cMyOutcome();
+}
+
 } // namespace
 
 namespace cli {
@@ -42,12 +52,7 @@ cMyOutcome checkImageFile(const QString& path, const cMyInvocation& invocation)
         return badFile(path, QStringLiteral("is there already; choose another name, or --force to "
                                             "write over it"));
     }
-    if (QFileInfo::exists(path) && !image::isRegularFile(path)) {
-        return badFile(path, QStringLiteral("is no regular file"));
-    }
-    return image::isMangled(path) || image::writeTarget(path).isEmpty()
-               ? badFile(path, whyNotWritten(path))
-               : cMyOutcome();
+    return checkTarget(path);
 }
 
 cMyOutcome writeImageFile(const QString& path, cMyMemoryArea& image,
@@ -60,8 +65,9 @@ cMyOutcome writeImageFile(const QString& path, cMyMemoryArea& image,
 cMyOutcome replaceImageFile(const QString& path, cMyMemoryArea& image,
                             const cMyInvocation& invocation, cMyConsole& console)
 {
-    if (QFileInfo::exists(path) && !image::isRegularFile(path)) {
-        return badFile(path, QStringLiteral("is no regular file"));
+    const cMyOutcome outcome = checkTarget(path);
+    if (!outcome.isDone()) {
+        return outcome;
     }
     cMyBackups backups(invocation);
     cMyOutcome kept = backups.keepFile(path);
