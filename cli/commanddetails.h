@@ -105,10 +105,13 @@ constexpr char writeDetails[] =
     "do not dive with it. The message gives the very command that brings back what it held. "
     "If what is read back is not what was written, that is offered at once; with --yes it is "
     "done.\n\n"
-    "With --restore, FILE is such a backup and is written byte for byte. With --all, every "
+    "With --restore, FILE is such a backup and is written byte for byte; it has to give all 1024 "
+    "bytes. If its name says that it is a backup of another device, the question says so, too; "
+    "with --yes, which leaves nobody to ask, it is refused with status 3.\n\n"
+    "With --all, every "
     "attached device is written to after one question for all of them; a line for each says "
     "what became of it, and the exit status is the one with the highest number.\n\n"
-    "Exit status: 0, 3 if there is no device or several, 4 if its port is in use or "
+    "Exit status: 0, 3 if there is no device, several or the wrong one, 4 if its port is in use or "
     "forbidden, 5 if FILE is at fault or no backup can be made, 6 if the device does not "
     "answer as it should or has gone, 7 if it does not hold what was written, 130 after "
     "Ctrl-C or \"no\".\n\n"
@@ -128,7 +131,8 @@ constexpr char verifyDetails[] =
 constexpr char uploadDetails[] =
     "FILE is a sound library (.mia) or a custom messages library (.mic). Each of its records "
     "is checked before anything is sent: the device has to take it, it has to fit into its "
-    "memory, and the end record has to be there. What is wrong is told with the file and the "
+    "memory (if the device says how large that is), and the end record has to be there. What is "
+    "wrong is told with the file and the "
     "line.\n\n"
     "The library that the device holds is replaced, and cannot be read back: keep its file. "
     "Ctrl-C leaves the device with a part of a library, in its root mode; upload again from "
@@ -139,8 +143,8 @@ constexpr char uploadDetails[] =
     "Example: miolkactl upload english.mia";
 
 constexpr char resetDetails[] =
-    "The device starts anew; its settings and sounds stay. It leaves its port for a moment. "
-    "If it does not come back, plug it in anew.\n\n"
+    "The device starts anew; its settings and sounds stay. It leaves its port for a moment: "
+    "wait until it is back. If it does not come back, plug it in anew.\n\n"
     "Exit status: 0, 3 if there is no device or several, 4 if its port is in use or "
     "forbidden, 6 if the device does not answer as it should, 130 after Ctrl-C or \"no\".\n\n"
     "Example: miolkactl reset --yes";

@@ -17,6 +17,7 @@
 
 #include <chrono>
 
+#include <poll.h>
 #include <unistd.h>
 
 using cli::ExitStatus;
@@ -26,10 +27,18 @@ namespace {
 /// A device that keeps sending, but not its answer, is not waited for without end.
 constexpr std::chrono::seconds longestAnswer(10);
 
+/// Nor is any answer once the user wants to stop; the channel adds its last moment.
+constexpr std::chrono::milliseconds interruptionPatience(1500);
+
 const QString rootLine = QLatin1String(device::rootWord) + QLatin1String(device::lineEnd);
 
-const QString wayOut = QStringLiteral("plug the device in anew and repeat; if that does not help, "
-                                      "ask \"miolkactl doctor\"");
+/// What a device answers to a line that it does not understand.
+constexpr char notUnderstood[] = "?";
+
+bool isRefusal(const QString& reply)
+{
+    return reply.trimmed() == QLatin1String(notUnderstood);
+}
 
 /// A line as a message shows it.
 QString shown(const QString& line)
@@ -68,6 +77,13 @@ bool isEcho(const QString& line, const QString& reply)
     return line.trimmed().compare(reply.trimmed(), Qt::CaseInsensitive) == 0;
 }
 
+bool isContent(const QString& line)
+{
+    const auto record = image::wholeRecord(line.trimmed().toLatin1());
+    const bool isEnd = record && record->type == image::EndOfFileRecord;
+    return line.startsWith(QLatin1Char(':')) && !isEnd;
+}
+
 bool isDataRecord(const QString& line)
 {
     const auto record = image::wholeRecord(line.trimmed().toLatin1());
@@ -85,10 +101,7 @@ bool isRecordFor(const QString& line, const QString& reply)
 } // namespace cli
 
 cMyDeviceSession::cMyDeviceSession(cMyConsole& console)
-    : m_console(console), m_channel([this] {
-          return cli::isInterrupted() || m_answerEnd.hasExpired() ? cMyLineChannel::Haste::Stop
-                                                                  : cMyLineChannel::Haste::None;
-      })
+    : m_console(console), m_channel([this] { return haste(); })
 {
 }
 
@@ -168,6 +181,8 @@ cMyOutcome cMyDeviceSession::exchange(const QString& title, const QStringList& l
                                       Answers answers, QStringList* replies)
 {
     const int total = lines.size();
+    m_hasSent = false;
+    m_firstWritten.reset();
     cMyOutcome outcome;
     for (int i = 0; i < total && outcome.isDone(); ++i) {
         const QString place = QStringLiteral("%1: %2: line %3 of %4")
@@ -177,14 +192,12 @@ cMyOutcome cMyDeviceSession::exchange(const QString& title, const QStringList& l
         QString reply;
         if (cli::isInterrupted()) {
             outcome = cancelled(place);
-        } else if (!ask(lines.at(i), reply)) {
-            outcome = silence(place, lines.at(i));
         } else {
-            outcome = judge({place, lines.at(i), reply}, answers);
+            outcome = converse(place, lines.at(i), answers, reply);
             m_console.progress(title, i + 1, total);
         }
         if (replies != nullptr) {
-            replies->append(reply);
+            replies->append(cli::isDataRecord(lines.at(i)) ? reply : lines.at(i));
         }
     }
     m_console.progress(title, 0, 0);
@@ -192,11 +205,40 @@ cMyOutcome cMyDeviceSession::exchange(const QString& title, const QStringList& l
     return outcome;
 }
 
+cMyOutcome cMyDeviceSession::converse(const QString& place, const QString& line, Answers answers,
+                                      QString& reply)
+{
+    const bool wasThere = isThere();
+    const bool isAnswered = ask(line, reply);
+    const bool isSent = isAnswered || (wasThere && m_port.bytesToWrite() == 0);
+    m_hasSent = m_hasSent || isSent;
+    m_hasWritten = m_hasWritten || (isSent && answers == Answers::Any && cli::isDataRecord(line));
+    return isAnswered ? judge({place, line, reply}, answers) : silence(place, line);
+}
+
 bool cMyDeviceSession::ask(const QString& line, QString& reply)
 {
     traceLine(line);
     m_answerEnd.setRemainingTime(longestAnswer);
     return m_channel.exchange(m_port, line, reply);
+}
+
+bool cMyDeviceSession::isThere() const
+{
+    pollfd port = {m_port.handle(), POLLOUT, 0};
+    return poll(&port, 1, 0) >= 0 && (port.revents & (POLLHUP | POLLERR)) == 0;
+}
+
+cMyLineChannel::Haste cMyDeviceSession::haste()
+{
+    if (!cli::isInterrupted()) {
+        return m_answerEnd.hasExpired() ? cMyLineChannel::Haste::Stop : cMyLineChannel::Haste::None;
+    }
+    if (!m_interruptionEnd) {
+        m_interruptionEnd.emplace(interruptionPatience);
+    }
+    return m_interruptionEnd->hasExpired() ? cMyLineChannel::Haste::Leave
+                                           : cMyLineChannel::Haste::Stop;
 }
 
 cMyOutcome cMyDeviceSession::silence(const QString& place, const QString& line)
@@ -211,22 +253,38 @@ cMyOutcome cMyDeviceSession::silence(const QString& place, const QString& line)
         m_port.flush();
     }
     m_port.close();
+    if (cli::isInterrupted()) {
+        return {ExitStatus::Cancelled,
+                {(m_isGone ? QStringLiteral("%1: cancelled; the device has gone")
+                           : QStringLiteral("%1: cancelled; the device does not answer any more"))
+                     .arg(place)}};
+    }
     const QString what = m_isGone ? QStringLiteral("%1 (%2): the device has gone")
                                   : QStringLiteral("%1 (%2): the device does not answer");
-    return {ExitStatus::Protocol, {what.arg(place, shown(line)), wayOut}};
+    return {ExitStatus::Protocol, {what.arg(place, shown(line)), wayOut()}};
 }
 
 cMyOutcome cMyDeviceSession::judge(const Reply& reply, Answers answers)
 {
-    if (answers == Answers::Records && cli::isDataRecord(reply.line)) {
-        return cli::isRecordFor(reply.line, reply.text) ? cMyOutcome() : nonsense(reply);
+    if (isRefusal(reply.text)) {
+        return nonsense(reply);
     }
-    if (cli::isEcho(reply.line, reply.text)) {
-        m_hasEchoed = true;
-    } else if (!m_firstOther) {
-        m_firstOther = reply;
+    if (!cli::isContent(reply.line)) {
+        return {};
     }
-    return m_hasEchoed && m_firstOther ? nonsense(*m_firstOther) : cMyOutcome();
+    const bool isAnswer =
+        answers == Answers::Records ? cli::isRecordFor(reply.line, reply.text) : isInForm(reply);
+    return isAnswer ? cMyOutcome() : nonsense(reply);
+}
+
+bool cMyDeviceSession::isInForm(const Reply& reply)
+{
+    if (!m_firstWritten) {
+        m_firstWritten = reply;
+    }
+    return cli::isEcho(m_firstWritten->line, m_firstWritten->text)
+               ? cli::isEcho(reply.line, reply.text)
+               : reply.text.trimmed() == m_firstWritten->text.trimmed();
 }
 
 cMyOutcome cMyDeviceSession::nonsense(const Reply& reply)
@@ -237,18 +295,26 @@ cMyOutcome cMyDeviceSession::nonsense(const Reply& reply)
     return {ExitStatus::Protocol,
             {QStringLiteral("%1 (%2): the device answers \"%3\", which is no answer to that")
                  .arg(reply.place, shown(reply.line), shown(reply.text)),
-             wayOut}};
+             wayOut()}};
 }
 
 cMyOutcome cMyDeviceSession::cancelled(const QString& place)
 {
     QString reply;
-    const bool isLeft = ask(rootLine, reply) && (!m_hasEchoed || cli::isEcho(rootLine, reply));
+    const bool isLeft = ask(rootLine, reply) && !isRefusal(reply);
     m_port.close();
     return {
         ExitStatus::Cancelled,
         {isLeft ? QStringLiteral("%1: cancelled; the device is in its root mode").arg(place)
                 : QStringLiteral("%1: cancelled; the device does not answer any more").arg(place)}};
+}
+
+QString cMyDeviceSession::wayOut() const
+{
+    // Where something was written, whoever wrote it says how to go on.
+    return QStringLiteral("plug the device in anew%1; if that does not help, ask \"miolkactl "
+                          "doctor\"")
+        .arg(m_hasWritten ? QString() : QStringLiteral(" and repeat"));
 }
 
 void cMyDeviceSession::traceLine(const QString& line)

@@ -23,11 +23,10 @@ struct cMyInvocation;
 class cMyDeviceSession
 {
 public:
-    /// What a line must be answered by; anything else ends the exchange. Any answer does to a line
-    /// that asks for nothing, as long as the device is one that answers each of these alike: by the
-    /// line itself, or never by it.
+    /// What a line must be answered by; anything else ends the exchange. Any line answers a word or
+    /// an end record, but for the one that says that it was not understood.
     enum class Answers {
-        Any,    ///< no line asks for anything
+        Any,    ///< records are written, and all answered alike: by themselves or by the same text
         Records ///< a data record asks for one of the same address and size
     };
 
@@ -50,14 +49,22 @@ public:
     [[nodiscard]] const QString& name() const { return m_name; }
 
     /// Sends the lines, which have their line ends, each after the answer to the one before; the
-    /// title stands before the progress. If the user wants to stop, the answer that is due is the
-    /// last but that to the word that leaves all modes. Protocol or Cancelled otherwise, saying at
-    /// which line; after that, the session is of no more use.
+    /// title stands before the progress. The replies are those to data records; every other line
+    /// stands for itself there, as nothing is known of its answer. If the user wants to stop, the
+    /// answer that is due is the last but that to the word that leaves all modes, and neither is
+    /// waited for longer than two seconds. Protocol or Cancelled otherwise, saying at which line;
+    /// after that, the session is of no more use.
     [[nodiscard]] cMyOutcome exchange(const QString& title, const QStringList& lines,
                                       Answers answers, QStringList* replies = nullptr);
 
     /// Whether an exchange failed because the device went away.
     [[nodiscard]] bool isGone() const { return m_isGone; }
+
+    /// Whether the last exchange has sent the device anything.
+    [[nodiscard]] bool hasSent() const { return m_hasSent; }
+
+    /// Whether any exchange has sent a data record for the device to keep, as far as is known.
+    [[nodiscard]] bool hasWritten() const { return m_hasWritten; }
 
 private:
     /// A line, and how it was answered.
@@ -73,8 +80,14 @@ private:
     [[nodiscard]] bool ask(const QString& line, QString& reply);
     [[nodiscard]] cMyOutcome silence(const QString& place, const QString& line);
     [[nodiscard]] cMyOutcome judge(const Reply& reply, Answers answers);
+    [[nodiscard]] bool isInForm(const Reply& reply);
+    [[nodiscard]] cMyOutcome converse(const QString& place, const QString& line, Answers answers,
+                                      QString& reply);
     [[nodiscard]] cMyOutcome nonsense(const Reply& reply);
     [[nodiscard]] cMyOutcome cancelled(const QString& place);
+    [[nodiscard]] QString wayOut() const;
+    [[nodiscard]] bool isThere() const;
+    [[nodiscard]] cMyLineChannel::Haste haste();
     void traceLine(const QString& line);
     void tellTraceFailure();
 
@@ -87,9 +100,11 @@ private:
     QSerialPort m_port;
     QDeadlineTimer m_answerEnd; ///< of the line that was sent last, whatever else arrives
     cMyLineChannel m_channel;
+    std::optional<QDeadlineTimer> m_interruptionEnd; ///< of all waits, once the user wants to stop
     bool m_isGone = false;
-    bool m_hasEchoed = false;          ///< a line that asked for nothing was answered by itself
-    std::optional<Reply> m_firstOther; ///< a line that asked for nothing was answered otherwise
+    bool m_hasSent = false;
+    bool m_hasWritten = false;
+    std::optional<Reply> m_firstWritten; ///< of the exchange: its first record, and the answer
 };
 
 namespace cli {
@@ -101,6 +116,9 @@ namespace cli {
 
 /// Whether the reply is the line itself.
 [[nodiscard]] bool isEcho(const QString& line, const QString& reply);
+
+/// Whether the line is a record that gives data or their address, and not the end.
+[[nodiscard]] bool isContent(const QString& line);
 
 /// Whether the line is a data record. In a reading exchange it asks for the device's own bytes.
 [[nodiscard]] bool isDataRecord(const QString& line);

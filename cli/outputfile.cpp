@@ -32,25 +32,42 @@ QString whyNotWritten(const QString& path)
                      .arg(directory);
 }
 
+cMyOutcome checkTarget(const QString& path)
+{
+    if (QFileInfo::exists(path) && !image::isRegularFile(path)) {
+        return badFile(path, QStringLiteral("is no regular file"));
+    }
+    return image::isMangled(path) || image::writeTarget(path).isEmpty()
+               ? badFile(path, whyNotWritten(path))
+               : cMyOutcome();
+}
+
 } // namespace
 
 namespace cli {
 
-cMyOutcome writeImageFile(const QString& path, cMyMemoryArea& image,
-                          const cMyInvocation& invocation, cMyConsole& console)
+cMyOutcome checkImageFile(const QString& path, const cMyInvocation& invocation)
 {
     if (QFileInfo::exists(path) && !invocation.has("force")) {
         return badFile(path, QStringLiteral("is there already; choose another name, or --force to "
                                             "write over it"));
     }
-    return replaceImageFile(path, image, invocation, console);
+    return checkTarget(path);
+}
+
+cMyOutcome writeImageFile(const QString& path, cMyMemoryArea& image,
+                          const cMyInvocation& invocation, cMyConsole& console)
+{
+    const cMyOutcome outcome = checkImageFile(path, invocation);
+    return outcome.isDone() ? replaceImageFile(path, image, invocation, console) : outcome;
 }
 
 cMyOutcome replaceImageFile(const QString& path, cMyMemoryArea& image,
                             const cMyInvocation& invocation, cMyConsole& console)
 {
-    if (QFileInfo::exists(path) && !image::isRegularFile(path)) {
-        return badFile(path, QStringLiteral("is no regular file"));
+    const cMyOutcome outcome = checkTarget(path);
+    if (!outcome.isDone()) {
+        return outcome;
     }
     cMyBackups backups(invocation);
     cMyOutcome kept = backups.keepFile(path);

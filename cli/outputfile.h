@@ -14,6 +14,10 @@ struct cMyInvocation;
 /// in the backup directory first, and the console is told where.
 namespace cli {
 
+/// Whether writeImageFile() may write there, as far as can be told before: to be asked where it
+/// takes long to get what is to be written. BadFile if not.
+[[nodiscard]] cMyOutcome checkImageFile(const QString& path, const cMyInvocation& invocation);
+
 /// Writes the image to a file that is not there yet; with --force, to one that is. BadFile, with
 /// everything as it was, if there is one, or if it cannot be kept or written. The image is not
 /// modified any more afterwards.

@@ -27,7 +27,10 @@ ExitStatus runRead(const cMyInvocation& invocation, cMyConsole& console)
     cMyMemoryArea image;
     cMyDeviceIdentity identity;
     cMyDeviceSession session(console);
-    cMyOutcome outcome = session.open(invocation);
+    cMyOutcome outcome = checkImageFile(path, invocation);
+    if (outcome.isDone()) {
+        outcome = session.open(invocation);
+    }
     if (outcome.isDone()) {
         outcome = identify(session, identity);
     }

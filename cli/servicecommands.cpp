@@ -25,7 +25,9 @@ struct Service
 const Service resetService = {
     device::resetWord,
     "settings and sounds stay, and it leaves its port for a moment. Start it anew?",
-    "it starts anew; if it does not come back, plug it in anew", true};
+    "it starts anew and leaves its port for a moment: wait until it is back; if it does not come "
+    "back, plug it in anew",
+    true};
 
 const Service clearService = {
     device::clearWord,
@@ -57,7 +59,7 @@ ExitStatus runService(const Service& service, const cMyInvocation& invocation, c
     if (outcome.isDone()) {
         outcome = session.exchange(QStringLiteral("Sending"), device::commandRequest(service.word),
                                    cMyDeviceSession::Answers::Any);
-        if (service.mayLeaveAtOnce && session.isGone()) {
+        if (service.mayLeaveAtOnce && session.isGone() && session.hasSent()) {
             outcome = {};
         }
     }

@@ -9,8 +9,22 @@
 #include "cli/interruption.h"
 #include "cli/invocation.h"
 #include "cli/shellword.h"
+#include "cli/wayback.h"
 
 using cli::ExitStatus;
+
+namespace {
+
+/// Where bytes are compared, the version of the program counts like all others.
+QVector<cMySettingsDifference> allCounted(QVector<cMySettingsDifference> differences)
+{
+    for (cMySettingsDifference& each : differences) {
+        each.isVersion = false;
+    }
+    return differences;
+}
+
+} // namespace
 
 cMySettingsWriter::cMySettingsWriter(cMyDeviceSession& session, const cMyInvocation& invocation,
                                      cMyConsole& console)
@@ -22,18 +36,37 @@ cMyOutcome cMySettingsWriter::prepare(const cMyMemoryArea& image)
 {
     m_image = &image;
     cMyOutcome outcome = cli::identify(m_session, m_identity);
+    if (outcome.isDone() && m_invocation.has("yes") && !warning().isEmpty()) {
+        return {ExitStatus::NoDevice, {warning() + QStringLiteral("; without --yes it asks")}};
+    }
     if (outcome.isDone()) {
         outcome = cli::readSettings(m_session, m_before);
     }
     if (outcome.isDone()) {
         m_changes = cli::differences(m_before, image);
+        if (m_invocation.has("restore")) {
+            m_changes = allCounted(m_changes);
+        }
     }
     return outcome;
 }
 
 bool cMySettingsWriter::isNeeded() const
 {
-    return m_invocation.has("restore") ? !m_changes.isEmpty() : cli::isDifferent(m_changes);
+    return cli::isDifferent(m_changes);
+}
+
+QString cMySettingsWriter::warning() const
+{
+    const std::optional<int> owner = cli::serialNumberInName(m_invocation.operands.constFirst());
+    if (!m_invocation.has("restore") || !owner || *owner == m_identity.serialNumber) {
+        return {};
+    }
+    return QStringLiteral("%1: this is a backup of device %2, and %3 is device %4")
+        .arg(m_invocation.operands.constFirst())
+        .arg(*owner)
+        .arg(m_session.name())
+        .arg(m_identity.serialNumber);
 }
 
 cMyOutcome cMySettingsWriter::write()
@@ -50,7 +83,7 @@ cMyOutcome cMySettingsWriter::write()
     QVector<cMySettingsDifference> found;
     cMyOutcome stored = store(*m_image, found);
     if (!stored.isDone()) {
-        return withWayBack(stored);
+        return m_session.hasWritten() ? withWayBack(stored) : cli::unchanged(stored);
     }
     return found.isEmpty() ? cMyOutcome() : mismatch(found);
 }
@@ -64,7 +97,7 @@ cMyOutcome cMySettingsWriter::store(const cMyMemoryArea& image,
     }
     cMyMemoryArea after;
     cMyOutcome read = cli::readSettings(m_session, after);
-    found = cli::differences(image, after);
+    found = allCounted(cli::differences(image, after));
     return read;
 }
 
@@ -99,14 +132,18 @@ cMyOutcome cMySettingsWriter::mismatch(const QVector<cMySettingsDifference>& fou
 
 cMyOutcome cMySettingsWriter::withWayBack(cMyOutcome outcome) const
 {
+    outcome.reasons +=
+        QStringLiteral("do not dive with it; what it held before is kept in %1").arg(backup());
+    if (m_invocation.has("emulator")) {
+        outcome.reasons += cli::virtualDeviceIsGone();
+        return outcome;
+    }
     QString command = QStringLiteral("miolkactl write --restore %1").arg(cli::shellWord(backup()));
     if (m_invocation.has("port")) {
         command += QStringLiteral(" --port ") + cli::shellWord(m_invocation.value("port"));
     } else if (m_invocation.has("all")) {
         command += QStringLiteral(" --port ") + cli::shellWord(m_session.name());
     }
-    outcome.reasons +=
-        QStringLiteral("do not dive with it; what it held before is kept in %1").arg(backup());
     outcome.reasons += QStringLiteral("write that back with: %1").arg(command);
     return outcome;
 }

@@ -25,7 +25,8 @@ public:
     cMySettingsWriter(cMyDeviceSession& session, const cMyInvocation& invocation,
                       cMyConsole& console);
 
-    /// Reads what the device holds. The image, which is not owned, is what it is to hold.
+    /// Reads what the device holds. The image, which is not owned, is what it is to hold. NoDevice
+    /// if it is a backup of another device and --yes leaves nobody to ask.
     [[nodiscard]] cMyOutcome prepare(const cMyMemoryArea& image);
 
     /// What writing would change.
@@ -36,9 +37,14 @@ public:
     [[nodiscard]] bool isNeeded() const;
 
     /// BadFile, with nothing written, if what the device holds cannot be kept. Protocol, Cancelled
-    /// or Mismatch with the command that brings it back; after a mismatch it is brought back at
-    /// once if the user wants that.
+    /// or Mismatch with the command that brings it back, unless nothing was changed; after a
+    /// mismatch, of which the first reason and all bytes are told before the question, it is
+    /// brought back at once if the user wants that.
     [[nodiscard]] cMyOutcome write();
+
+    /// What the question has to say besides, if the image is a backup of another device by its
+    /// file's name; empty if not.
+    [[nodiscard]] QString warning() const;
 
     /// The port and the device's serial number, as in "ttyACM0 1001".
     [[nodiscard]] QString deviceName() const;

@@ -9,6 +9,7 @@
 #include "cli/invocation.h"
 #include "cli/librarycheck.h"
 #include "cli/shellword.h"
+#include "cli/wayback.h"
 #include "device/requests.h"
 
 #include <QJsonObject>
@@ -26,15 +27,32 @@ QString summary(const QString& path, const cMyCheckedLibrary& library)
 /// What is to be done about a library of which only a part has arrived.
 cMyOutcome incomplete(cMyOutcome outcome, const cMyInvocation& invocation)
 {
+    outcome.reasons += QStringLiteral("the library on the device is incomplete: it may speak "
+                                      "nonsense or nothing; do not dive with it");
+    if (invocation.has("emulator")) {
+        outcome.reasons += cli::virtualDeviceIsGone();
+        return outcome;
+    }
     QString command =
         QStringLiteral("miolkactl upload ") + cli::shellWord(invocation.operands.constFirst());
     if (invocation.has("port")) {
         command += QStringLiteral(" --port ") + cli::shellWord(invocation.value("port"));
     }
-    outcome.reasons += QStringLiteral("the library on the device is incomplete: it may speak "
-                                      "nonsense or nothing; do not dive with it");
     outcome.reasons += QStringLiteral("send it again from the start with: %1").arg(command);
     return outcome;
+}
+
+/// A device that does not say how much it holds gets what it is sent: the size alone is no reason
+/// to refuse a library.
+cMyOutcome checkSize(const QString& path, const cMyCheckedLibrary& library,
+                     const cMyDeviceIdentity& identity, cMyConsole& console)
+{
+    if (identity.memorySize > 0) {
+        return cli::checkLibrarySize(path, library, identity.memorySize);
+    }
+    console.say(QStringLiteral("the device does not say how large its memory is; whether the "
+                               "library fits was not checked"));
+    return {};
 }
 
 } // namespace
@@ -56,7 +74,7 @@ ExitStatus runUpload(const cMyInvocation& invocation, cMyConsole& console)
         outcome = identify(session, identity);
     }
     if (outcome.isDone()) {
-        outcome = checkLibrarySize(path, library, identity.memorySize);
+        outcome = checkSize(path, library, identity, console);
     }
     if (outcome.isDone()) {
         outcome =
@@ -74,7 +92,9 @@ ExitStatus runUpload(const cMyInvocation& invocation, cMyConsole& console)
         session.exchange(QStringLiteral("Uploading"), device::writeRequest(FLASH, library.lines),
                          cMyDeviceSession::Answers::Any);
     if (!outcome.isDone()) {
-        return console.tell(incomplete(outcome, invocation));
+        // What a word alone does to the old library is not known.
+        return console.tell(session.hasSent() ? incomplete(outcome, invocation)
+                                              : cli::unchanged(outcome));
     }
     if (console.isJson()) {
         console.result(QJsonObject{{QStringLiteral("port"), session.name()},

@@ -12,6 +12,7 @@
 #include "cli/settingswriter.h"
 #include "editor/fieldcodec.h"
 #include "emulator/trace.h"
+#include "image/strictsettings.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -38,6 +39,7 @@ struct Target
     cMySettingsWriter writer;
     cMyOutcome outcome;
     bool isWritten = false;
+    bool isTold = false; ///< the outcome was, before the question
 };
 
 /// Writes one image to the devices that the invocation chooses.
@@ -62,8 +64,8 @@ public:
             if (target->outcome.isDone()) {
                 target->outcome = target->writer.prepare(m_image);
             }
-            tellChanges(*target);
         }
+        tellBeforeTheQuestion();
         outcome = confirmed();
         if (!outcome.isDone()) {
             return m_console.tell(outcome);
@@ -83,11 +85,30 @@ private:
         if (m_invocation.has("all") && m_invocation.has("port")) {
             return {ExitStatus::Usage, {QStringLiteral("--all and --port exclude each other")}};
         }
+        if (m_invocation.has("restore")) {
+            return loadBackup(m_invocation.operands.constFirst());
+        }
         cMyOutcome outcome = cli::loadSettings(m_invocation.operands.constFirst(), m_image);
-        if (outcome.isDone() && !m_invocation.has("restore")) {
+        if (outcome.isDone()) {
             m_image.setData(0, editor::versionBytes(QStringLiteral(MIOLKA_VERSION)));
         }
         return outcome;
+    }
+
+    /// Bytes that a backup does not give would be taken from elsewhere, and nobody's.
+    [[nodiscard]] cMyOutcome loadBackup(const QString& path)
+    {
+        const cMyStrictSettings settings = image::readStrictSettings(path);
+        cMyOutcome outcome = cli::applySettings(path, settings, m_image);
+        if (!outcome.isDone() || settings.isGiven.all()) {
+            return outcome;
+        }
+        return {ExitStatus::BadFile,
+                {QStringLiteral("%1: gives only %2 of %3 bytes, and is no backup; \"miolkactl "
+                                "write\" without --restore fills up with the default settings")
+                     .arg(path)
+                     .arg(settings.isGiven.count())
+                     .arg(settings.isGiven.size())}};
     }
 
     Target& addTarget()
@@ -123,6 +144,45 @@ private:
         return {};
     }
 
+    void tellBeforeTheQuestion()
+    {
+        // The changes belong to the question, which is asked however quiet the rest is.
+        const bool isQuietQuestion = m_invocation.has("quiet") && !m_invocation.has("yes");
+        if (isQuietQuestion) {
+            m_console.setVolume(cMyConsole::Volume::Normal);
+        }
+        for (const auto& target : m_targets) {
+            tellFailure(*target);
+            tellChanges(*target);
+        }
+        if (isQuietQuestion) {
+            m_console.setVolume(cMyConsole::Volume::Quiet);
+        }
+    }
+
+    /// Once for each target. Of several, each line names the device that it is about.
+    void tellFailure(Target& target)
+    {
+        if (target.isTold || target.outcome.isDone()) {
+            return;
+        }
+        target.isTold = true;
+        cMyOutcome shown = target.outcome;
+        if (shown.status == ExitStatus::Mismatch) {
+            shown.reasons.removeFirst(); // stands above the bytes, before the question
+        }
+        for (QString& reason : shown.reasons) {
+            reason = m_invocation.has("all") ? named(target, reason) : reason;
+        }
+        m_console.tell(shown);
+    }
+
+    [[nodiscard]] static QString named(const Target& target, const QString& reason)
+    {
+        const bool isNamed = reason.startsWith(target.session.name());
+        return isNamed ? reason : QStringLiteral("%1: %2").arg(target.session.name(), reason);
+    }
+
     void tellChanges(const Target& target)
     {
         if (!target.isDue()) {
@@ -137,18 +197,21 @@ private:
     [[nodiscard]] cMyOutcome confirmed()
     {
         QStringList names;
+        QString warnings;
         for (const auto& target : m_targets) {
             if (target->isDue()) {
                 names.append(target->writer.deviceName());
+                const QString warning = target->writer.warning();
+                warnings += warning.isEmpty() ? QString() : warning + QStringLiteral(". ");
             }
         }
         if (names.isEmpty()) {
             return {};
         }
-        return cli::confirm(
-            m_invocation, m_console,
-            QStringLiteral("Write %1 to %2?")
-                .arg(m_invocation.operands.constFirst(), names.join(QStringLiteral(", "))));
+        return cli::confirm(m_invocation, m_console,
+                            warnings + QStringLiteral("Write %1 to %2?")
+                                           .arg(m_invocation.operands.constFirst(),
+                                                names.join(QStringLiteral(", "))));
     }
 
     [[nodiscard]] static QString verdict(const Target& target)
@@ -162,7 +225,7 @@ private:
     [[nodiscard]] static QString verdictLine(const Target& target)
     {
         if (!target.outcome.isDone()) {
-            return target.outcome.reasons.value(0);
+            return named(target, target.outcome.reasons.value(0));
         }
         return target.writer.deviceName() +
                (target.isWritten ? QStringLiteral(": written, and read back the same")
@@ -189,7 +252,8 @@ private:
         ExitStatus worst = ExitStatus::Done;
         QJsonArray devices;
         for (const auto& target : m_targets) {
-            worst = std::max(worst, m_console.tell(target->outcome));
+            worst = std::max(worst, target->outcome.status);
+            tellFailure(*target);
             devices.append(toJson(*target));
             if (!m_console.isJson() && m_invocation.has("all")) {
                 m_console.result(verdictLine(*target));

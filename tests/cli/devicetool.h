@@ -22,6 +22,7 @@ const QString coachFile = QStringLiteral(MIOLKA_SOURCE_DIR "/docs/examples/freed
 constexpr int identityLines = 6;
 constexpr int transferLines = 69;
 constexpr int firstWriteLine = identityLines + transferLines + 1;
+constexpr int firstWrittenRecord = firstWriteLine + 4; ///< behind the words
 constexpr int lastWriteLine = firstWriteLine + transferLines - 1;
 constexpr int lastLine = lastWriteLine + transferLines;
 

@@ -18,6 +18,7 @@ class TestReadCommand : public QObject
 private slots:
     void everyByteIsInTheFile();
     void existingFileIsRefused();
+    void fileIsLookedAtBeforeTheDevice();
     void forceKeepsTheOldFile();
     void failureLeavesNoFile_data();
     void failureLeavesNoFile();
@@ -48,6 +49,22 @@ void TestReadCommand::existingFileIsRefused()
     QCOMPARE(result.status, 5);
     QVERIFY2(result.err.contains("--force"), qPrintable(result.err));
     QCOMPARE(support::readFile(tool.file("a.mio")), QByteArray("old"));
+}
+
+void TestReadCommand::fileIsLookedAtBeforeTheDevice()
+{
+    DeviceTool tool;
+    support::writeFile(tool.file("a.mio"), "old");
+    const QString trace = tool.file("trace");
+    const QVector<QStringList> commands = {{"read", tool.file("a.mio")},
+                                           {"read", tool.file("no/such/a.mio")},
+                                           {"read", tool.directory.path(), "--force"}};
+    for (const QStringList& command : commands) {
+        const ToolResult result = tool.run(command + QStringList{"--trace", trace});
+        QCOMPARE(result.status, 5);
+        QVERIFY2(result.err.contains(command.at(1)), qPrintable(result.err));
+        QVERIFY(!QFile::exists(trace));
+    }
 }
 
 void TestReadCommand::forceKeepsTheOldFile()

@@ -22,6 +22,8 @@ private slots:
     void eachAsksFirst();
     void goneAtTheAnswer_data();
     void goneAtTheAnswer();
+    void goneAtTheQuestion_data();
+    void goneAtTheQuestion();
 };
 
 void TestServiceCommands::resetStartsTheDeviceAnew()
@@ -32,7 +34,9 @@ void TestServiceCommands::resetStartsTheDeviceAnew()
         QObject::connect(&tool.device.device(), &cMyVirtualDevice::resetRequested,
                          &tool.device.device(), [&wasReset] { wasReset = true; });
     });
-    QCOMPARE(tool.run({"reset", "--yes"}).status, 0);
+    const ToolResult result = tool.run({"reset", "--yes"});
+    QCOMPARE(result.status, 0);
+    QVERIFY2(result.err.contains("wait until it is back"), qPrintable(result.err));
     tool.device.inThread([] {});
     QVERIFY(wasReset);
 }
@@ -131,6 +135,28 @@ void TestServiceCommands::goneAtTheAnswer()
     tool.setFaults(QStringLiteral("vanish-at=1"));
     const ToolResult result = tool.run({command, "--yes"});
     QVERIFY2(result.status == status, qPrintable(result.err));
+}
+
+void TestServiceCommands::goneAtTheQuestion_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::newRow("reset") << "reset";
+    QTest::newRow("boot") << "boot";
+}
+
+/// Nothing reached it, so nothing was done.
+void TestServiceCommands::goneAtTheQuestion()
+{
+    QFETCH(QString, command);
+    DeviceTool tool;
+    tool.start({command});
+    QByteArray shown;
+    QTRY_VERIFY((shown += tool.tool.process.readAllStandardError()).contains("[y/N]"));
+    tool.device.inThread([&] { tool.device.port().unplug(); });
+    tool.tool.process.write("y\n");
+    const ToolResult result = tool.tool.finish();
+    QVERIFY2(result.status == 6, qPrintable(result.err));
+    QVERIFY2(result.err.contains("the device has gone"), qPrintable(result.err));
 }
 
 QTEST_GUILESS_MAIN(TestServiceCommands)

@@ -25,6 +25,7 @@ private slots:
     void bootLoaderIsNoDevice();
     void allAreWritten();
     void worstStatusOfAll();
+    void failuresComeBeforeTheQuestion();
     void eachFailureHasItsWayBack();
 
 private:
@@ -126,6 +127,19 @@ void TestSeveralDevices::worstStatusOfAll()
     QCOMPARE(devices.at(1).toObject().value("status"), QJsonValue(0));
     QCOMPARE(devices.at(1).toObject().value("result"), QJsonValue("written"));
     QCOMPARE(backups() - before, 1);
+}
+
+void TestSeveralDevices::failuresComeBeforeTheQuestion()
+{
+    QLockFile held(QStringLiteral("/var/lock/LCK..ttyACM0"));
+    QVERIFY(held.tryLock());
+    const ToolResult result = runWith({"--count", "2"}, {"write", support::exampleFile, "--all"});
+    QCOMPARE(result.status, 130);
+    const int failure = result.err.indexOf("ttyACM0: the port is in use by another program");
+    QVERIFY2(failure >= 0 && failure < result.err.indexOf("[y/N]"), qPrintable(result.err));
+    QCOMPARE(result.err.count("is in use by another program"), 1);
+    QVERIFY2(result.err.contains("ttyACM0: \"miolkactl doctor\" says more"),
+             qPrintable(result.err));
 }
 
 void TestSeveralDevices::eachFailureHasItsWayBack()

@@ -24,6 +24,9 @@ private slots:
     void cutOff_data();
     void cutOff();
     void interrupted();
+    void unknownMemorySize();
+    void goneAtTheQuestion();
+    void virtualDeviceHasNoWayBack();
 
 private:
     static QByteArray flash(DeviceTool& tool);
@@ -152,6 +155,53 @@ void TestUploadCommand::interrupted()
     QVERIFY2(result.err.contains("incomplete"), qPrintable(result.err));
     QVERIFY2(result.err.contains("miolkactl upload " + tool.file("a.mia")), qPrintable(result.err));
     QVERIFY(support::readFile(tool.file("trace")).endsWith(" < #ROOT\\r\\n\n"));
+}
+
+void TestUploadCommand::unknownMemorySize()
+{
+    DeviceTool tool;
+    tool.device.inThread([&] {
+        QByteArray otp = tool.device.device().memory(OTP);
+        otp[6] = '\0';
+        tool.device.device().setMemory(OTP, otp);
+    });
+    support::writeFile(tool.file("a.mia"), support::libraryText(library()));
+    const ToolResult result = tool.run({"upload", tool.file("a.mia"), "--yes"});
+    QVERIFY2(result.status == 0, qPrintable(result.err));
+    QVERIFY2(result.err.contains("does not say how large its memory is"), qPrintable(result.err));
+    QVERIFY(flash(tool).startsWith(library()));
+}
+
+void TestUploadCommand::goneAtTheQuestion()
+{
+    DeviceTool tool;
+    support::writeFile(tool.file("a.mia"), support::libraryText(library()));
+    tool.start({"upload", tool.file("a.mia")});
+    QByteArray shown;
+    QTRY_VERIFY((shown += tool.tool.process.readAllStandardError()).contains("[y/N]"));
+    tool.device.inThread([&] { tool.device.port().unplug(); });
+    tool.tool.process.write("y\n");
+    const ToolResult result = tool.tool.finish();
+    QVERIFY2(result.status == 6, qPrintable(result.err));
+    QVERIFY2(result.err.contains("nothing was changed on the device"), qPrintable(result.err));
+    QVERIFY2(!result.err.contains("incomplete"), qPrintable(result.err));
+}
+
+void TestUploadCommand::virtualDeviceHasNoWayBack()
+{
+    QTemporaryDir directory;
+    const QString file = directory.filePath("a.mia");
+    const QString trace = directory.filePath("trace");
+    support::writeFile(file, support::libraryText(support::libraryImage(
+                                 0x100000, 7, "Polski", QByteArray("\x02\x00\x01\x00", 4))));
+    support::ToolRun tool(directory.path());
+    tool.start({"upload", file, "--yes", "--emulator", "--trace", trace});
+    QTRY_VERIFY(QFileInfo(trace).size() > 10000);
+    ::kill(static_cast<pid_t>(tool.process.processId()), SIGINT);
+    const ToolResult result = tool.finish();
+    QVERIFY2(result.status == 130, qPrintable(result.err));
+    QVERIFY2(result.err.contains("the virtual device is gone"), qPrintable(result.err));
+    QVERIFY2(!result.err.contains("miolkactl upload"), qPrintable(result.err));
 }
 
 QTEST_GUILESS_MAIN(TestUploadCommand)

@@ -23,6 +23,10 @@ private slots:
     void showsWhatWouldChange();
     void sameSettingsAreNotWritten();
     void restoreWritesTheStampToo();
+    void restoreNeedsAllBytes();
+    void backupOfAnotherDevice_data();
+    void backupOfAnotherDevice();
+    void quietQuestionShowsWhatWouldChange();
     void noBackupNoWriting();
     void badFileIsRefused();
     void faultyAnswersEndIt_data();
@@ -100,9 +104,81 @@ void TestWriteCommand::restoreWritesTheStampToo()
     // Another stamp alone is a reason to write a backup back, and to keep one.
     const ToolResult result = tool.run({"write", "--restore", support::coachFile, "--yes"});
     QVERIFY2(result.status == 0, qPrintable(result.err));
+    QVERIFY2(result.err.contains("program version: "), qPrintable(result.err));
+    QVERIFY2(!result.err.contains("not counted"), qPrintable(result.err));
     QCOMPARE(tool.eeprom(), DeviceTool::imageOf(support::coachFile));
     QCOMPARE(tool.backups().size(), 1);
     QCOMPARE(DeviceTool::imageOf(tool.backups().constFirst()), old);
+}
+
+void TestWriteCommand::restoreNeedsAllBytes()
+{
+    DeviceTool tool;
+    const QStringList lines =
+        QString::fromLatin1(support::readFile(support::coachFile)).split(QLatin1Char('\n'));
+    const QString text = (lines.mid(0, 3) + QStringList{":00000001FF\r\n"}).join(QLatin1Char('\n'));
+    support::writeFile(tool.file("a.mio"), text.toLatin1());
+    const ToolResult result = tool.run({"write", "--restore", tool.file("a.mio"), "--yes"});
+    QVERIFY2(result.status == 5, qPrintable(result.err));
+    QVERIFY2(result.err.contains("gives only 48 of 1024 bytes, and is no backup"),
+             qPrintable(result.err));
+    QCOMPARE(tool.eeprom(), tool.original);
+}
+
+void TestWriteCommand::backupOfAnotherDevice_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QByteArray>("input");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<bool>("isWarned");
+    const QString own = QStringLiteral("ttyACM0-1001-20260801-120000-000.mio");
+    const QString other = QStringLiteral("ttyACM0-1002-20260801-120000-000.mio");
+    const QStringList restore = {"--restore"};
+    QTest::newRow("own") << own << QStringList{"--restore", "--yes"} << QByteArray() << 0 << false;
+    QTest::newRow("refused") << other << QStringList{"--restore", "--yes"} << QByteArray() << 3
+                             << true;
+    QTest::newRow("of one millisecond")
+        << QString(other).replace(".mio", "-1.mio") << QStringList{"--restore", "--yes"}
+        << QByteArray() << 3 << true;
+    QTest::newRow("asked, no") << other << restore << QByteArray("n\n") << 130 << true;
+    QTest::newRow("asked, yes") << other << restore << QByteArray("y\n") << 0 << true;
+    QTest::newRow("own, asked") << own << restore << QByteArray("y\n") << 0 << false;
+    QTest::newRow("no restoring") << other << QStringList{"--yes"} << QByteArray() << 0 << false;
+}
+
+void TestWriteCommand::backupOfAnotherDevice()
+{
+    QFETCH(QString, name);
+    QFETCH(QStringList, options);
+    QFETCH(QByteArray, input);
+    QFETCH(int, status);
+    DeviceTool tool;
+    QByteArray bytes = tool.original;
+    bytes[0x20] = 'X';
+    cMyMemoryArea image;
+    for (int address = 0; address < bytes.size(); ++address) {
+        image.setData(static_cast<quint32>(address), static_cast<quint8>(bytes.at(address)));
+    }
+    QVERIFY(image::writeSettingsFile(tool.file(name), image));
+    const ToolResult result = tool.run(QStringList{"write", tool.file(name)} + options, input);
+    QVERIFY2(result.status == status, qPrintable(result.err));
+    QTEST(result.err.contains("this is a backup of device 1002, and ") &&
+              result.err.contains(" is device 1001"),
+          "isWarned");
+    QCOMPARE(tool.eeprom() == tool.original, status != 0);
+}
+
+void TestWriteCommand::quietQuestionShowsWhatWouldChange()
+{
+    DeviceTool tool;
+    const ToolResult asked = tool.run({"write", support::exampleFile, "-q"});
+    QCOMPARE(asked.status, 130);
+    const int change = asked.err.indexOf("title: ");
+    QVERIFY2(change >= 0 && change < asked.err.indexOf("[y/N]"), qPrintable(asked.err));
+    const ToolResult answered = tool.run({"write", support::exampleFile, "-q"}, "y\n");
+    QCOMPARE(answered.status, 0);
+    QVERIFY2(!answered.err.contains("is kept in"), qPrintable(answered.err));
 }
 
 void TestWriteCommand::noBackupNoWriting()
@@ -167,6 +243,7 @@ void TestWriteCommand::mismatchIsFoundAndUndone()
     QVERIFY2(result.status == 7, qPrintable(result.err));
     QVERIFY2(result.err.contains("title: \"Training dives, 20 m\" -> "), qPrintable(result.err));
     QVERIFY2(result.err.contains("holds again what it held before"), qPrintable(result.err));
+    QCOMPARE(result.err.count("it does not hold what was written to it"), 1);
     QCOMPARE(tool.eeprom(), tool.original);
 }
 

@@ -49,6 +49,7 @@ private slots:
     void interruptedAtAnyLine();
     void silentFromALineOn();
     void goneBeforeTheFirstByte();
+    void goneBeforeTheFirstRecord();
     void goneWhileReadingBack();
     void wayBackNeedsQuotes();
     void interruptedAtTheQuestion();
@@ -100,6 +101,7 @@ void TestWriteInterruptions::checkAll(Trials& trials, int status)
                     .arg(backups.constFirst(), trial->tool.tool.process.arguments().constLast()),
             context.constData());
         const QByteArray trace = support::readFile(trial->tool.file("trace"));
+        QVERIFY2(!trial->result.err.contains("repeat"), context.constData());
         QVERIFY2(status != 130 || trace.endsWith(" < #ROOT\\r\\n\n"), trace.right(200).constData());
     }
 }
@@ -123,7 +125,8 @@ void TestWriteInterruptions::restoreAll(Trials& trials)
 template <typename Spoil>
 void TestWriteInterruptions::tryEachLine(int status, const Spoil& spoil)
 {
-    for (int first = support::firstWriteLine; first <= support::lastWriteLine; first += batchSize) {
+    for (int first = support::firstWrittenRecord; first <= support::lastWriteLine;
+         first += batchSize) {
         std::vector<int> lines;
         for (int line = first; line < first + batchSize && line <= support::lastWriteLine; ++line) {
             lines.push_back(line);
@@ -138,7 +141,7 @@ void TestWriteInterruptions::tryEachLine(int status, const Spoil& spoil)
             return;
         }
         for (auto& trial : batch) { // or there would be nothing to bring back
-            const bool hasBegun = trial->line > support::firstWriteLine + 5;
+            const bool hasBegun = trial->line > support::firstWrittenRecord + 1;
             QVERIFY(!hasBegun || trial->tool.eeprom() != trial->tool.original);
         }
         restoreAll(batch);
@@ -166,7 +169,7 @@ void TestWriteInterruptions::interruptedAtAnyLine()
 void TestWriteInterruptions::silentFromALineOn()
 {
     Trials silent =
-        trials({support::firstWriteLine, support::firstWriteLine + 30, support::lastWriteLine});
+        trials({support::firstWrittenRecord, support::firstWriteLine + 30, support::lastWriteLine});
     for (auto& trial : silent) {
         trial->tool.setFaults(QStringLiteral("silent-after=%1").arg(trial->line - 1));
     }
@@ -187,6 +190,28 @@ void TestWriteInterruptions::goneBeforeTheFirstByte()
         QVERIFY(trial->tool.eeprom() == trial->tool.original);
         QCOMPARE(trial->tool.backups(), QStringList());
         QCOMPARE(wayBack(trial->result.err), QString());
+    }
+}
+
+void TestWriteInterruptions::goneBeforeTheFirstRecord()
+{
+    std::vector<int> lines;
+    for (int line = support::firstWriteLine; line < support::firstWrittenRecord; ++line) {
+        lines.push_back(line);
+    }
+    Trials early = trials(lines);
+    for (auto& trial : early) {
+        trial->tool.setFaults(QStringLiteral("vanish-at=%1").arg(trial->line));
+    }
+    writeAll(early);
+    for (auto& trial : early) {
+        const QString& messages = trial->result.err;
+        QVERIFY2(trial->result.status == 6, qPrintable(messages));
+        QVERIFY(trial->tool.eeprom() == trial->tool.original);
+        QVERIFY2(messages.contains("nothing was changed on the device"), qPrintable(messages));
+        QVERIFY2(!messages.contains("do not dive"), qPrintable(messages));
+        QCOMPARE(wayBack(messages), QString());
+        QCOMPARE(trial->tool.backups().size(), 1);
     }
 }
 
