@@ -80,6 +80,13 @@ QString plainLabel(QString label)
     return label.remove(QLatin1Char('[')).remove(QLatin1Char(']'));
 }
 
+/// Sentences begin labels with a small letter, and some labels differ in capitals only.
+bool isLabelInSentence(const QString& typed, const QString& label)
+{
+    return typed.left(1).compare(label.left(1), Qt::CaseInsensitive) == 0 &&
+           typed.mid(1) == label.mid(1);
+}
+
 /// Of a label such as "4 [s]": its number, with its unit or without.
 bool isNumberOfLabel(const QString& typed, const QString& label)
 {
@@ -98,6 +105,7 @@ QVector<int> rowsMeant(const QString& text, const cMyTableModel& options)
     using Meant = bool (*)(const QString&, const QString&);
     constexpr Meant ways[] = {
         [](const QString& typed, const QString& label) { return typed == label; },
+        isLabelInSentence,
         [](const QString& typed, const QString& label) {
             return plainLabel(typed).compare(plainLabel(label), Qt::CaseInsensitive) == 0;
         },

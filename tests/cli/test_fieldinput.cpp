@@ -89,6 +89,8 @@ void TestFieldInput::accepted_data()
     row("messageRule01.message", "#34", "22");
     row("messageRule01.message", "Depth max", "22");
     row("messageRule01.message", "Depth MAX", "25");
+    row("messageRule01.message", "depth max", "22");
+    row("messageRule01.message", "depth MAX", "25");
     row("messageRule01.message", "SHOW ok", "EA");
     row("messageRule01.repetition", "#255", "FF");
     row("messageRule01.comparison", "<=", "01");
@@ -169,8 +171,8 @@ void TestFieldInput::refused_data()
     row("messageRule01.message", "34",
         "messageRule01.message: \"34\" is not offered; the manual lists what is; the stored number "
         "34 is given as \"#34\"");
-    row("messageRule01.message", "depth max",
-        "messageRule01.message: \"depth max\" may mean Depth max or Depth MAX");
+    row("messageRule01.message", "DEPTH max",
+        "messageRule01.message: \"DEPTH max\" may mean Depth max or Depth MAX");
     row("messageRule01.message", "Swim fast",
         "messageRule01.message: \"Swim fast\" is not offered; do you mean Swim faster?");
     row("author", "1234567890123456",
