@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "cli/divelog.h"
+#include "cli/interruption.h"
 
 #include <algorithm>
 
@@ -80,6 +81,9 @@ cMyOutcome parseDiveTable(const QByteArray& contents, const QString& file, cMyDi
         QByteArray line = contents.mid(from, end - from);
         from = end + 1;
         ++number;
+        if (isInterrupted()) {
+            return {ExitStatus::Cancelled, {QStringLiteral("cancelled")}};
+        }
         if (line.contains('\0')) {
             return failure(number, QStringLiteral("this is not a text in UTF-8"));
         }

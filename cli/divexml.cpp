@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "cli/divelog.h"
+#include "cli/interruption.h"
+#include "cli/xmlmarkup.h"
 
 #include <QRegularExpression>
 #include <QXmlStreamReader>
@@ -9,6 +11,7 @@
 namespace {
 
 constexpr int deepestNesting = 100;
+constexpr int mostAttributes = 256;    ///< of one element
 constexpr double zeroCelsius = 273.15; ///< in kelvin
 
 /// "12.3 m"; the unit may be missing.
@@ -101,6 +104,9 @@ cMyOutcome LogReader::read(cMyDiveLog& log)
 {
     while (!m_xml.atEnd()) {
         take(m_xml.readNext());
+        if (cli::isInterrupted()) {
+            return {cli::ExitStatus::Cancelled, {QStringLiteral("cancelled")}};
+        }
     }
     if (m_xml.hasError()) {
         return failure(m_xml.errorString());
@@ -138,6 +144,10 @@ void LogReader::startElement()
     }
     if (m_open.size() == deepestNesting) {
         fail(QStringLiteral("elements are nested more than %1 deep").arg(deepestNesting));
+        return;
+    }
+    if (m_xml.attributes().size() + m_xml.namespaceDeclarations().size() > mostAttributes) {
+        fail(QStringLiteral("an element has more than %1 attributes").arg(mostAttributes));
         return;
     }
     const bool isOfDive = m_dives == m_wanted && m_open.contains(QLatin1String("dive"));
@@ -260,6 +270,11 @@ namespace cli {
 
 cMyOutcome parseDiveXml(const QByteArray& contents, const QString& file, int dive, cMyDiveLog& log)
 {
+    const cMyMarkupFault markup = markupFault(contents);
+    if (!markup.reason.isEmpty()) {
+        return {ExitStatus::BadFile,
+                {QStringLiteral("%1:%2: %3").arg(file).arg(markup.line).arg(markup.reason)}};
+    }
     return LogReader(contents, file, dive).read(log);
 }
 
