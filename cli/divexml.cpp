@@ -62,6 +62,7 @@ private:
     void chooseFormat();
     void takeSample();
     void takeWaypointValue();
+    void takeTemperature(double celsius);
     void addPoint();
 
     /// Ends the reading with what is wrong at this place.
@@ -79,6 +80,7 @@ private:
     bool m_isSecondRecord = false; ///< of the same dive, by another device
     std::optional<double> m_time;  ///< of the point at hand
     cMyProfilePoint m_point;       ///< what it does not say is as it was before
+    int m_strangeTemperatures = 0;
     cMyDiveProfile m_profile;
 };
 
@@ -122,6 +124,7 @@ cMyOutcome LogReader::read(cMyDiveLog& log)
     log.profile = m_profile;
     log.dive = m_wanted;
     log.dives = m_dives;
+    log.strangeTemperatures = m_strangeTemperatures;
     return {};
 }
 
@@ -213,11 +216,12 @@ void LogReader::takeSample()
     }
     if (attributes.hasAttribute(QLatin1String("temp"))) {
         const QString text = attributes.value(QLatin1String("temp")).toString();
-        m_point.temperature = measure(text, "C");
-        if (!m_point.temperature) {
+        const auto temperature = measure(text, "C");
+        if (!temperature) {
             failValue("temperature of a sample", text, "12.3 C");
             return;
         }
+        takeTemperature(*temperature);
     }
     addPoint();
 }
@@ -246,7 +250,16 @@ void LogReader::takeWaypointValue()
     } else if (isTime) {
         m_time = *number;
     } else {
-        m_point.temperature = *number - zeroCelsius;
+        takeTemperature(*number - zeroCelsius);
+    }
+}
+
+void LogReader::takeTemperature(double celsius)
+{
+    if (cMyDiveProfile::isWarmthOfWater(celsius)) {
+        m_point.temperature = celsius;
+    } else {
+        ++m_strangeTemperatures;
     }
 }
 
