@@ -43,8 +43,9 @@ constexpr char getDetails[] =
 
 constexpr char setDetails[] =
     "Numbers are in the unit of the field, which may be left out: diveThreshold=120 or "
-    "\"diveThreshold=120 cm\". Choices are given by their label, in small or capital letters, "
-    "or by the number that is stored for it. Texts are ASCII; in the description, \\n is a "
+    "\"diveThreshold=120 cm\". Choices are given by their label, in small or capital letters; "
+    "those of \"4 [s]\" and the like also as 4 or \"4 s\"; and any by the number that is stored "
+    "for it, as #7. Texts are ASCII; in the description, \\n is a "
     "line break and \\\\ a backslash. The threshold of a rule is in the unit of the value "
     "that the rule compares after this call. An empty VALUE empties a text.\n\n"
     "If anything on the line is wrong, nothing is changed. Otherwise the file is first kept "

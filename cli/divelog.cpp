@@ -15,6 +15,25 @@ cMyOutcome unreadable(const QString& file, const QString& why)
     return {cli::ExitStatus::BadFile, {QStringLiteral("%1: %2").arg(file, why)}};
 }
 
+/// For what never has a second dive, whatever is in it.
+cMyOutcome noSuchDive(const QString& file, const char* what, int dive)
+{
+    return {cli::ExitStatus::Usage,
+            {QStringLiteral("%1: %2 is one dive, and no dive %3")
+                 .arg(file, QLatin1String(what))
+                 .arg(dive)}};
+}
+
+QString whyNoFile(const QString& path)
+{
+    if (!image::isEncodable(path) || !QFileInfo::exists(path)) {
+        return QStringLiteral("there is no such file, and no such built-in profile (%1)")
+            .arg(cli::builtInProfiles().join(QStringLiteral(", ")));
+    }
+    return QFileInfo(path).isDir() ? QStringLiteral("is a directory")
+                                   : QStringLiteral("is no regular file");
+}
+
 bool isXml(const QByteArray& contents, const QString& file)
 {
     const QString suffix = QFileInfo(file).suffix().toLower();
@@ -39,14 +58,10 @@ cMyOutcome readDiveLog(const QString& profile, int dive, cMyDiveLog& log)
     log.profile = builtInProfile(profile);
     if (!log.profile.points().isEmpty()) {
         log.name = profile;
-        return dive == 1 ? cMyOutcome()
-                         : unreadable(profile,
-                                      QStringLiteral("this is one dive, and no dive %1").arg(dive));
+        return dive == 1 ? cMyOutcome() : noSuchDive(profile, "this", dive);
     }
     if (!image::isRegularFile(profile)) {
-        return unreadable(profile,
-                          QStringLiteral("there is no such file, and no such built-in profile (%1)")
-                              .arg(builtInProfiles().join(QStringLiteral(", "))));
+        return unreadable(profile, whyNoFile(profile));
     }
     QFile file(profile);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -70,7 +85,7 @@ cMyOutcome parseDiveLog(const QByteArray& contents, const QString& file, int div
         return parseDiveXml(contents, file, dive, log);
     }
     if (dive != 1) {
-        return unreadable(file, QStringLiteral("a table is one dive, and no dive %1").arg(dive));
+        return noSuchDive(file, "a table", dive);
     }
     return parseDiveTable(contents, file, log.profile);
 }

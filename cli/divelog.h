@@ -15,11 +15,13 @@ struct cMyDiveLog
 {
     QString name; ///< of the built-in profile, or of the file without its directory
     cMyDiveProfile profile;
-    int dive = 1;  ///< which of the file's dives it is, counted from 1
-    int dives = 1; ///< in the file
+    int dive = 1;                ///< which of the file's dives it is, counted from 1
+    int dives = 1;               ///< in the file
+    int strangeTemperatures = 0; ///< in the dive that no water has, and that were left out
 };
 
-/// Where dive profiles come from. Errors are of the status BadFile, in the form "FILE:LINE: what".
+/// Where dive profiles come from. Errors are of the status BadFile, in the form "FILE:LINE: what";
+/// to ask for a second dive where there is never one is Usage, and Ctrl-C is Cancelled.
 namespace cli {
 
 /// Bytes in the longest file that is read.
@@ -34,8 +36,8 @@ constexpr qint64 longestDiveLog = qint64{64} * 1024 * 1024;
                                       cMyDiveLog& log);
 
 /// A table: on each line seconds and metres, parted by a comma, a semicolon or a tab. Where it is
-/// no comma, numbers may have decimal commas. The first line may be a heading; empty lines, and
-/// what follows "#", are skipped.
+/// no comma, numbers may have decimal commas. They may be in quotes, with empty cells behind them.
+/// The first line may be a heading; empty lines, and what follows "#", are skipped.
 [[nodiscard]] cMyOutcome parseDiveTable(const QByteArray& contents, const QString& file,
                                         cMyDiveProfile& profile);
 

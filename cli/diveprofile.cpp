@@ -26,15 +26,24 @@ bool isWithin(double value, double least, double most)
 
 } // namespace
 
-QString cMyDiveProfile::add(const cMyProfilePoint& point)
+bool cMyDiveProfile::isWarmthOfWater(double temperature)
 {
+    return isWithin(temperature, coldest, warmest);
+}
+
+QString cMyDiveProfile::add(const cMyProfilePoint& measured)
+{
+    cMyProfilePoint point = measured;
+    if (isWithin(point.depth, -surfaceError, 0)) {
+        point.depth = 0;
+    }
     if (!isWithin(point.time, 0, longestTime)) {
         return outside("time", point.time, "s", 0, longestTime);
     }
     if (!isWithin(point.depth, 0, greatestDepth)) {
         return outside("depth", point.depth, "m", 0, greatestDepth);
     }
-    if (point.temperature && !isWithin(*point.temperature, coldest, warmest)) {
+    if (point.temperature && !isWarmthOfWater(*point.temperature)) {
         return outside("temperature", *point.temperature, "degrees Celsius", coldest, warmest);
     }
     if (!m_points.isEmpty() && point.time < m_points.last().time) {

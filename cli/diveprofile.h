@@ -27,8 +27,12 @@ public:
     static constexpr int mostPoints = 1000000;
     static constexpr double longestTime = 24 * 60 * 60; ///< in s
     static constexpr double greatestDepth = 330; ///< in m; what 16 bits of mbar reach in any sea
+    static constexpr double surfaceError = 1;    ///< in m; what a sensor may show in the air
     static constexpr double coldest = -10;       ///< in degrees Celsius, as the next one
     static constexpr double warmest = 60;
+
+    /// Whether water may be that warm, in degrees Celsius; a number that is none is not.
+    [[nodiscard]] static bool isWarmthOfWater(double temperature);
 
     /// In s on the surface before a rehearsal ends, so that what is said after a dive is heard.
     static constexpr double timeAfterDive = 60;
@@ -36,7 +40,7 @@ public:
     static constexpr double ascentSpeed = 9.0 / 60;
 
     /// The point behind all others. Returns what is wrong with it, and then it was not added; else
-    /// an empty text.
+    /// an empty text. What lies above the surface by no more than a sensor's error is at it.
     [[nodiscard]] QString add(const cMyProfilePoint& point);
 
     [[nodiscard]] const QVector<cMyProfilePoint>& points() const { return m_points; }

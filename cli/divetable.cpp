@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "cli/divelog.h"
+#include "cli/interruption.h"
 
 #include <algorithm>
 
@@ -19,9 +20,34 @@ char separatorOf(const QByteArray& line)
     return ',';
 }
 
+QByteArray withoutQuotes(const QByteArray& cell)
+{
+    const bool isQuoted = cell.size() > 1 && cell.startsWith('"') && cell.endsWith('"');
+    return isQuoted ? cell.mid(1, cell.size() - 2) : cell;
+}
+
+/// Without empty cells at the end, which spreadsheets put behind the last number.
+QByteArrayList cellsOf(const QByteArray& line, char separator)
+{
+    QByteArrayList cells = line.split(separator);
+    while (!cells.isEmpty() && cells.last().trimmed().isEmpty()) {
+        cells.removeLast();
+    }
+    return cells;
+}
+
+/// Where a line ends: at a line feed or, as on old systems, a carriage return.
+int lineEnd(const QByteArray& contents, int from)
+{
+    const auto end = std::find_if(contents.cbegin() + from, contents.cend(), [](char character) {
+        return character == '\n' || character == '\r';
+    });
+    return static_cast<int>(end - contents.cbegin());
+}
+
 bool isNumber(const QByteArray& cell, char separator, double& number)
 {
-    QByteArray text = cell.trimmed();
+    QByteArray text = withoutQuotes(cell.trimmed());
     if (separator != ',') {
         text.replace(',', '.');
     }
@@ -33,7 +59,8 @@ bool isNumber(const QByteArray& cell, char separator, double& number)
 bool beginsLikeANumber(const QByteArray& line)
 {
     constexpr const char* beginnings = "+-.,0123456789";
-    return QByteArray(beginnings).contains(line.at(0));
+    return QByteArray(beginnings)
+        .contains(line.at(line.startsWith('"') && line.size() > 1 ? 1 : 0));
 }
 
 /// What is wrong with a line that is not empty; nothing if its point was added.
@@ -41,10 +68,13 @@ QString addLine(const QByteArray& line, cMyDiveProfile& profile)
 {
     constexpr int columns = 2;
     const char separator = separatorOf(line);
-    const QByteArrayList cells = line.split(separator);
+    const QByteArrayList cells = cellsOf(line, separator);
     if (cells.size() > columns && separator == ',') {
         return QStringLiteral("there are more than two numbers; where numbers have decimal commas, "
                               "a semicolon or a tab must part them");
+    }
+    if (cells.size() > columns) {
+        return QStringLiteral("there are more than two columns, seconds and metres");
     }
     if (cells.size() != columns) {
         return QStringLiteral("a line needs two numbers, seconds and metres, such as \"60, 12.5\"");
@@ -75,11 +105,13 @@ cMyOutcome parseDiveTable(const QByteArray& contents, const QString& file, cMyDi
     bool isFirst = true;
     for (int from = contents.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
          from < contents.size();) {
-        const int found = contents.indexOf('\n', from);
-        const int end = found < 0 ? contents.size() : found;
+        const int end = lineEnd(contents, from);
         QByteArray line = contents.mid(from, end - from);
-        from = end + 1;
+        from = end + (contents.mid(end, 2) == "\r\n" ? 2 : 1);
         ++number;
+        if (isInterrupted()) {
+            return {ExitStatus::Cancelled, {QStringLiteral("cancelled")}};
+        }
         if (line.contains('\0')) {
             return failure(number, QStringLiteral("this is not a text in UTF-8"));
         }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "cli/divelog.h"
+#include "cli/interruption.h"
+#include "cli/xmlmarkup.h"
 
 #include <QRegularExpression>
 #include <QXmlStreamReader>
@@ -9,6 +11,7 @@
 namespace {
 
 constexpr int deepestNesting = 100;
+constexpr int mostAttributes = 256;    ///< of one element
 constexpr double zeroCelsius = 273.15; ///< in kelvin
 
 /// "12.3 m"; the unit may be missing.
@@ -59,6 +62,7 @@ private:
     void chooseFormat();
     void takeSample();
     void takeWaypointValue();
+    void takeTemperature(double celsius);
     void addPoint();
 
     /// Ends the reading with what is wrong at this place.
@@ -76,6 +80,7 @@ private:
     bool m_isSecondRecord = false; ///< of the same dive, by another device
     std::optional<double> m_time;  ///< of the point at hand
     cMyProfilePoint m_point;       ///< what it does not say is as it was before
+    int m_strangeTemperatures = 0;
     cMyDiveProfile m_profile;
 };
 
@@ -101,6 +106,9 @@ cMyOutcome LogReader::read(cMyDiveLog& log)
 {
     while (!m_xml.atEnd()) {
         take(m_xml.readNext());
+        if (cli::isInterrupted()) {
+            return {cli::ExitStatus::Cancelled, {QStringLiteral("cancelled")}};
+        }
     }
     if (m_xml.hasError()) {
         return failure(m_xml.errorString());
@@ -116,6 +124,7 @@ cMyOutcome LogReader::read(cMyDiveLog& log)
     log.profile = m_profile;
     log.dive = m_wanted;
     log.dives = m_dives;
+    log.strangeTemperatures = m_strangeTemperatures;
     return {};
 }
 
@@ -138,6 +147,10 @@ void LogReader::startElement()
     }
     if (m_open.size() == deepestNesting) {
         fail(QStringLiteral("elements are nested more than %1 deep").arg(deepestNesting));
+        return;
+    }
+    if (m_xml.attributes().size() + m_xml.namespaceDeclarations().size() > mostAttributes) {
+        fail(QStringLiteral("an element has more than %1 attributes").arg(mostAttributes));
         return;
     }
     const bool isOfDive = m_dives == m_wanted && m_open.contains(QLatin1String("dive"));
@@ -203,11 +216,12 @@ void LogReader::takeSample()
     }
     if (attributes.hasAttribute(QLatin1String("temp"))) {
         const QString text = attributes.value(QLatin1String("temp")).toString();
-        m_point.temperature = measure(text, "C");
-        if (!m_point.temperature) {
+        const auto temperature = measure(text, "C");
+        if (!temperature) {
             failValue("temperature of a sample", text, "12.3 C");
             return;
         }
+        takeTemperature(*temperature);
     }
     addPoint();
 }
@@ -236,7 +250,16 @@ void LogReader::takeWaypointValue()
     } else if (isTime) {
         m_time = *number;
     } else {
-        m_point.temperature = *number - zeroCelsius;
+        takeTemperature(*number - zeroCelsius);
+    }
+}
+
+void LogReader::takeTemperature(double celsius)
+{
+    if (cMyDiveProfile::isWarmthOfWater(celsius)) {
+        m_point.temperature = celsius;
+    } else {
+        ++m_strangeTemperatures;
     }
 }
 
@@ -260,6 +283,11 @@ namespace cli {
 
 cMyOutcome parseDiveXml(const QByteArray& contents, const QString& file, int dive, cMyDiveLog& log)
 {
+    const cMyMarkupFault markup = markupFault(contents);
+    if (!markup.reason.isEmpty()) {
+        return {ExitStatus::BadFile,
+                {QStringLiteral("%1:%2: %3").arg(file).arg(markup.line).arg(markup.reason)}};
+    }
     return LogReader(contents, file, dive).read(log);
 }
 

@@ -17,6 +17,8 @@ namespace {
 
 const QLatin1Char backslash('\\');
 const QLatin1Char lineBreak('\n');
+const QLatin1Char storedMark('#'); ///< before the number that is stored for a choice
+constexpr int bitsOfAByte = 8;
 
 cMyOutcome refusal(const cMySettingsField& field, const QString& reason)
 {
@@ -78,15 +80,36 @@ QString plainLabel(QString label)
     return label.remove(QLatin1Char('[')).remove(QLatin1Char(']'));
 }
 
+/// Sentences begin labels with a small letter, and some labels differ in capitals only.
+bool isLabelInSentence(const QString& typed, const QString& label)
+{
+    return typed.left(1).compare(label.left(1), Qt::CaseInsensitive) == 0 &&
+           typed.mid(1) == label.mid(1);
+}
+
+/// Of a label such as "4 [s]": its number, with its unit or without.
+bool isNumberOfLabel(const QString& typed, const QString& label)
+{
+    static const QRegularExpression measure(QStringLiteral("^([0-9]+) \\[([^\\]]+)\\]$"));
+    const QRegularExpressionMatch match = measure.match(label);
+    return match.hasMatch() &&
+           (typed == match.captured(1) ||
+            QString(typed)
+                    .remove(QLatin1Char(' '))
+                    .compare(match.captured(1) + match.captured(2), Qt::CaseInsensitive) == 0);
+}
+
 /// The rows of the choices that are meant, of which there is one if the text is clear.
 QVector<int> rowsMeant(const QString& text, const cMyTableModel& options)
 {
     using Meant = bool (*)(const QString&, const QString&);
     constexpr Meant ways[] = {
         [](const QString& typed, const QString& label) { return typed == label; },
+        isLabelInSentence,
         [](const QString& typed, const QString& label) {
             return plainLabel(typed).compare(plainLabel(label), Qt::CaseInsensitive) == 0;
-        }};
+        },
+        isNumberOfLabel};
     for (const Meant isMeant : ways) {
         QVector<int> rows;
         for (int row = 0; row < options.rowCount(); ++row) {
@@ -98,9 +121,7 @@ QVector<int> rowsMeant(const QString& text, const cMyTableModel& options)
             return rows;
         }
     }
-    const bool isNumber = QRegularExpression(QStringLiteral("^[0-9]{1,5}$")).match(text).hasMatch();
-    const int row = isNumber ? options.rowOfValue(text.toInt()) : -1;
-    return row < 0 ? QVector<int>() : QVector<int>{row};
+    return {};
 }
 
 QStringList labels(const cMyTableModel& options)
@@ -126,15 +147,47 @@ QString choicesText(const QString& text, const cMyTableModel& options)
                : QStringLiteral("do you mean %1?").arg(likely.join(QStringLiteral(", ")));
 }
 
+QString notOffered(const QString& text, const cMyTableModel& options)
+{
+    static const QRegularExpression digits(QStringLiteral("^[0-9]{1,5}$"));
+    const QString hint =
+        digits.match(text).hasMatch()
+            ? QStringLiteral("; the stored number %1 is given as \"#%1\"").arg(text)
+            : QString();
+    return QStringLiteral("\"%1\" is not offered; %2%3")
+        .arg(text, choicesText(text, options), hint);
+}
+
+/// What is stored for a choice, offered or not: "#6".
+cMyOutcome parseStored(const QString& text, const cMySettingsField& field, QVector<quint8>& bytes)
+{
+    const bool isSigned = field.encoding == FieldEncoding::Signed;
+    const int count = 1 << (bitsOfAByte * field.width);
+    const int least = isSigned ? -count / 2 : 0;
+    const int most = least + count - 1;
+    static const QRegularExpression form(QStringLiteral("^#(-?[0-9]{1,5})$"));
+    const QRegularExpressionMatch match = form.match(text);
+    const int number = match.captured(1).toInt();
+    if (!match.hasMatch() || number < least || number > most) {
+        return refusal(field, QStringLiteral("\"%1\" is no stored number; it takes #%2 to #%3")
+                                  .arg(text)
+                                  .arg(least)
+                                  .arg(most));
+    }
+    bytes = editor::numberBytes(number, field);
+    return {};
+}
+
 cMyOutcome parseChoice(const QString& typed, const cMySettingsField& field, QVector<quint8>& bytes)
 {
     const QString text = typed.trimmed();
+    if (text.startsWith(storedMark)) {
+        return parseStored(text, field, bytes);
+    }
     const cMyTableModel& options = editor::options(field);
     const QVector<int> rows = rowsMeant(text, options);
     if (rows.isEmpty()) {
-        return refusal(
-            field,
-            QStringLiteral("\"%1\" is not offered; %2").arg(text, choicesText(text, options)));
+        return refusal(field, notOffered(text, options));
     }
     if (rows.size() > 1) {
         QStringList meant;
@@ -197,6 +250,11 @@ namespace cli {
 
 QString inputText(const cMyMemoryArea& image, const cMySettingsField& field)
 {
+    const int stored = editor::storedNumber(image, field);
+    if (editor::fieldKind(field) == editor::FieldKind::Choice &&
+        editor::options(field).rowOfValue(stored) < 0) {
+        return storedMark + QString::number(stored);
+    }
     const QString text = editor::valueText(image, field);
     return hasLines(field) ? escaped(text) : text;
 }

@@ -10,12 +10,13 @@
 class cMyMemoryArea;
 
 /// Values of fields as users type them. Numbers are in the unit of their field, which may be left
-/// out; choices go by their label in small or capital letters, or by their stored number; texts
-/// are taken as they are, but in a text of several lines "\n" is a line break and "\\" a backslash.
+/// out; choices go by their label in small or capital letters, those of "4 [s]" and the like also
+/// by the label's number, and any by "#" and the number that is stored; texts are taken as they
+/// are, but in a text of several lines "\n" is a line break and "\\" a backslash.
 namespace cli {
 
-/// What parseValue() makes the same bytes of, as long as the field holds what is offered for it.
-/// One line.
+/// What parseValue() makes the same bytes of, as long as a number in the field is one that the
+/// field takes. A choice that nobody offers is "#" and what is stored. One line.
 [[nodiscard]] QString inputText(const cMyMemoryArea& image, const cMySettingsField& field);
 
 /// The bytes for the beginning of the field; the rest of it stays as it is. A threshold goes by

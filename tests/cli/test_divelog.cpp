@@ -26,6 +26,9 @@ private slots:
     void faultsOfXmlHaveTheirLine();
     void hostileXmlIsRefused_data();
     void hostileXmlIsRefused();
+    void longTextsAreNoLongTags();
+    void aTimeIsOfOneWaypoint();
+    void whatSensorsGetWrongIsMended();
     void theKindOfFileIsSeen_data();
     void theKindOfFileIsSeen();
     void aFileNamedAsABuiltInProfileIsReadByItsPath();
@@ -96,6 +99,10 @@ void TestDiveLog::tablesAreRead_data()
         "\xEF\xBB\xBF"
         "0,0\n60,12.5",
         "0/0 60/12.5");
+    row("CR", "time,depth\r0,0\r60,12.5\r", "0/0 60/12.5");
+    row("quotes", "\"time\",\"depth\"\n\"0\",\"0\"\n\"60\",\"12.5\"", "0/0 60/12.5");
+    row("quotes and decimal commas", "\"0\";\"0\"\n\"60\";\"12,5\"", "0/0 60/12.5");
+    row("empty cells at the end", "0,0,\n60,12.5,,\n90;0;", "0/0 60/12.5 90/0");
     row("a step", "0,0\n60,0\n60,12.5", "0/0 60/0 60/12.5");
 }
 
@@ -119,7 +126,12 @@ void TestDiveLog::faultsOfTablesHaveTheirLine_data()
     row("two headings", "time,depth\ns,m\n0,0\n", "a/dive.csv:2: \"s\" is not a number");
     row("one column", "0,0\n60\n", "a/dive.csv:2: a line needs two numbers");
     row("decimal commas and commas", "0,0\n60,12,5\n", "a/dive.csv:2: there are more than two");
-    row("three columns", "0;0;18\n", "a/dive.csv:1: a line needs two numbers");
+    row("three columns", "0;0;18\n", "a/dive.csv:1: there are more than two columns");
+    row("no second number", "0,\n", "a/dive.csv:1: a line needs two numbers");
+    row("nothing but commas", "0,0\n,,\n", "a/dive.csv:2: a line needs two numbers");
+    row("the line behind CRs", "0,0\r\r60,deep\r", "a/dive.csv:3: \"deep\"");
+    row("the line behind CR LFs", "0,0\r\n\r\n60,deep\r\n", "a/dive.csv:3: \"deep\"");
+    row("half a quote", "0,\"1\n", "a/dive.csv:1: \"\"1\" is not a number");
     row("not a number", "0,0\n60,nan\n", "a/dive.csv:2: the depth is nan m");
     row("no end", "0,0\ninf,1\n", "a/dive.csv:2: the time is inf s");
     row("too deep", "0,0\n# deep\n60,1e308\n", "a/dive.csv:3: the depth is 1e+308 m");
@@ -161,8 +173,11 @@ void TestDiveLog::theDiveAskedForIsRead()
     };
     QVERIFY2(fault(3).contains(QLatin1String("dive 3: a profile needs")), qPrintable(fault(3)));
     QVERIFY2(fault(4).contains(QLatin1String("no dive 4 (dives: 3)")), qPrintable(fault(4)));
-    QVERIFY(parsed("0,0\n1,1", "dive.csv", 2).contains(QLatin1String("no dive 2")));
+    const cMyOutcome table = cli::parseDiveLog("0,0\n1,1", "dive.csv", 2, log);
+    QVERIFY(table.reasons.value(0).contains(QLatin1String("no dive 2")));
+    QCOMPARE(table.status, cli::ExitStatus::Usage);
     const cMyOutcome builtIn = cli::readDiveLog(QStringLiteral("square"), 2, log);
+    QCOMPARE(builtIn.status, cli::ExitStatus::Usage);
     QVERIFY(builtIn.reasons.value(0).contains(QLatin1String("no dive 2")));
 }
 
@@ -212,8 +227,8 @@ void TestDiveLog::faultsOfXmlHaveTheirLine_data()
         "a/x.xml:4: the depth of a sample \"10 ft\"");
     row("depth is no number", subsurface(first + "<sample time='1:00 min' depth='nan m'/>"),
         "a/x.xml:4: the depth is nan m");
-    row("above the water", subsurface(first + "<sample time='1:00 min' depth='-1.0 m'/>"),
-        "a/x.xml:4: the depth is -1 m");
+    row("above the water", subsurface(first + "<sample time='1:00 min' depth='-1.1 m'/>"),
+        "a/x.xml:4: the depth is -1.1 m");
     row("too deep", subsurface(first + "<sample time='1:00 min' depth='1e308 m'/>"),
         "a/x.xml:4: the depth is 1e+308 m");
     row("too long", subsurface(first + "<sample time='999999:00 min' depth='1 m'/>"),
@@ -225,10 +240,6 @@ void TestDiveLog::faultsOfXmlHaveTheirLine_data()
         "a/x.xml:2: a waypoint has no <divetime>");
     row("waypoint with a word", dive + "<depth>deep</depth></waypoint></samples></dive></uddf>",
         "a/x.xml:2: the depth of a waypoint \"deep\"");
-    row("absolute zero",
-        dive + "<divetime>0</divetime><temperature>0</temperature></waypoint>"
-               "</samples></dive></uddf>",
-        "a/x.xml:2: the temperature is -273.15");
 }
 
 void TestDiveLog::faultsOfXmlHaveTheirLine()
@@ -264,9 +275,28 @@ void TestDiveLog::hostileXmlIsRefused_data()
     row("no UTF-8", "<divelog>\xFF\xFE\xC0</divelog>", "encod");
     row("an encoding that is none", "<?xml version='1.0' encoding='none'?><divelog/>",
         "Encoding none");
-    row("a NUL", QByteArray("<divelog>\0</divelog>", 20), "x.xml:1: ");
-    row("an endless attribute", "<divelog a='" + QByteArray(1000000, 'a'), "Premature end");
-    row("an endless name", '<' + QByteArray(1000000, 'a') + "/>", "exceeds");
+    row("a NUL", QByteArray("<divelog>\0</divelog>", 20), "x.xml:1: this is not a text");
+    row("an endless attribute", "<divelog a='" + QByteArray(1000000, 'a'), "a tag is longer");
+    row("an endless name", '<' + QByteArray(1000000, 'a') + "/>", "a tag is longer");
+    QByteArray attributes;
+    QByteArray defaults;
+    for (int i = 0; i < 100000; ++i) {
+        const QByteArray name = 'a' + QByteArray::number(i);
+        attributes += ' ' + name + "='>'";
+        defaults += "<!ATTLIST r " + name + " CDATA '>'>";
+    }
+    row("endless attributes", "<divelog><r" + attributes + "/></divelog>", "a tag is longer");
+    row("behind what is no tag",
+        "<divelog><!-- <' --><![CDATA[<\"]]><?a <'?><r" + attributes + "/></divelog>",
+        "a tag is longer");
+    row("behind a comment in a declaration",
+        "<!DOCTYPE divelog [<!-- ' -->]><divelog><r" + attributes + "/></divelog>",
+        "a tag is longer");
+    row("endless attributes by default", document(defaults, "<r/>"), "declarations are longer");
+    row("many attributes",
+        "<divelog><r" + attributes.left(attributes.indexOf(" a300=")) + "/></divelog>",
+        "more than 256 attributes");
+    row("UTF-16", QByteArray("\xFF\xFE<\0d\0", 6), "this is not a text in UTF-8");
 }
 
 void TestDiveLog::hostileXmlIsRefused()
@@ -276,6 +306,49 @@ void TestDiveLog::hostileXmlIsRefused()
     const QString found = parsed(xml, "x.xml");
     QVERIFY2(found.startsWith(QLatin1String("x.xml:")) && found.contains(word), qPrintable(found));
     QVERIFY2(found.size() < 200, qPrintable(found));
+}
+
+void TestDiveLog::longTextsAreNoLongTags()
+{
+    const QByteArray samples = "<sample time='0:00' depth='0'/>\n<sample time='1:00' depth='3'/>";
+    const QByteArray text(100000, '\'');
+    for (const QByteArray& filler :
+         {"<notes>" + text + "</notes>", "<!--" + text + "-->", "<![CDATA[" + text + "]]>"}) {
+        QCOMPARE(parsed(subsurface(filler + samples), "x.xml"), QStringLiteral("0/0 60/3"));
+    }
+    const QByteArray comment = "<!DOCTYPE divelog [<!--" + text + "-->]>";
+    QCOMPARE(parsed(comment + subsurface(samples), "x.xml"), QStringLiteral("0/0 60/3"));
+}
+
+void TestDiveLog::aTimeIsOfOneWaypoint()
+{
+    const QString found =
+        parsed("<uddf><dive><samples><waypoint><depth>0</depth><divetime>5</divetime></waypoint>\n"
+               "<waypoint><depth>1</depth></waypoint></samples></dive></uddf>",
+               "x.uddf");
+    QCOMPARE(found, QStringLiteral("x.uddf:2: a waypoint has no <divetime>"));
+}
+
+void TestDiveLog::whatSensorsGetWrongIsMended()
+{
+    QCOMPARE(parsed("0,-0.05\n60,-1\n90,3", "a.csv"), QStringLiteral("0/0 60/0 90/3"));
+    cMyDiveLog log;
+    const QByteArray samples = "<sample time='0:00' depth='-0.1 m' temp='18.0 C'/>"
+                               "<sample time='1:00' depth='3.0 m' temp='-273.2 C'/>"
+                               "<sample time='2:00' depth='3.0 m' temp='nan C'/>"
+                               "<sample time='3:00' depth='3.0 m' temp='17.0 C'/>";
+    QVERIFY(cli::parseDiveLog(subsurface(samples), "x.ssrf", 1, log).isDone());
+    QCOMPARE(textOf(log.profile), QStringLiteral("0/0@18 60/3@18 120/3@18 180/3@17"));
+    QCOMPARE(log.strangeTemperatures, 2);
+    const QByteArray dive = "<uddf><dive><samples>"
+                            "<waypoint><depth>0</depth><divetime>0</divetime>"
+                            "<temperature>0</temperature></waypoint>"
+                            "<waypoint><depth>2</depth><divetime>9</divetime>"
+                            "<temperature>291.15</temperature></waypoint>"
+                            "</samples></dive></uddf>";
+    QVERIFY(cli::parseDiveLog(dive, "x.uddf", 1, log).isDone());
+    QCOMPARE(textOf(log.profile), QStringLiteral("0/0 9/2@18"));
+    QCOMPARE(log.strangeTemperatures, 1);
 }
 
 void TestDiveLog::theKindOfFileIsSeen_data()
@@ -319,21 +392,25 @@ void TestDiveLog::aFileNamedAsABuiltInProfileIsReadByItsPath()
 void TestDiveLog::whatIsNoFileIsRefused_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("nothing") << "";
-    QTest::newRow("missing") << "missing.csv";
-    QTest::newRow("directory") << "/";
-    QTest::newRow("device") << "/dev/zero";
+    QTest::addColumn<QString>("why");
+    const char* missing = "there is no such file, and no such built-in profile (freedive, square, "
+                          "sawtooth)";
+    QTest::newRow("nothing") << "" << missing;
+    QTest::newRow("missing") << "missing.csv" << missing;
+    QTest::newRow("directory") << "/"
+                               << "is a directory";
+    QTest::newRow("device") << "/dev/zero"
+                            << "is no regular file";
 }
 
 void TestDiveLog::whatIsNoFileIsRefused()
 {
     QFETCH(QString, name);
+    QFETCH(QString, why);
     cMyDiveLog log;
     const cMyOutcome outcome = cli::readDiveLog(name, 1, log);
     QCOMPARE(outcome.status, cli::ExitStatus::BadFile);
-    const QString reason = outcome.reasons.value(0);
-    QVERIFY2(reason.startsWith(name + QLatin1String(": ")), qPrintable(reason));
-    QVERIFY2(reason.contains(QLatin1String("freedive, square, sawtooth")), qPrintable(reason));
+    QCOMPARE(outcome.reasons, QStringList{name + QStringLiteral(": ") + why});
 }
 
 void TestDiveLog::hugeFilesAreRefused()

@@ -74,7 +74,8 @@ void TestDiveProfile::pointsOutOfBoundsAreRefused_data()
     QTest::newRow("longer than a day") << 86400.5 << 0.0 << 20.0 << "time is 86400.5 s";
     QTest::newRow("time is no number") << nan << 0.0 << 20.0 << "time is nan s";
     QTest::newRow("time has no end") << infinite << 0.0 << 20.0 << "time is inf s";
-    QTest::newRow("above the water") << 20.0 << -0.1 << 20.0 << "depth is -0.1 m";
+    QTest::newRow("a sensor in the air") << 20.0 << -1.0 << 20.0 << "";
+    QTest::newRow("above the water") << 20.0 << -1.1 << 20.0 << "depth is -1.1 m";
     QTest::newRow("too deep") << 20.0 << 330.1 << 20.0 << "depth is 330.1 m";
     QTest::newRow("deeper than anything") << 20.0 << 1e308 << 20.0 << "depth is 1e+308 m";
     QTest::newRow("depth is no number") << 20.0 << nan << 20.0 << "depth is nan m";
@@ -94,6 +95,7 @@ void TestDiveProfile::pointsOutOfBoundsAreRefused()
     QCOMPARE(fault.isEmpty(), word.isEmpty());
     QVERIFY2(fault.contains(word), qPrintable(fault));
     QCOMPARE(profile.points().size(), word.isEmpty() ? 2 : 1);
+    QVERIFY(profile.points().last().depth >= 0);
 }
 
 void TestDiveProfile::pointsAreLimited()

@@ -23,6 +23,7 @@ private slots:
     void refused_data();
     void refused();
     void everyOfferedChoiceComesBack();
+    void everyStoredChoiceComesBack();
     void everyNumberComesBack();
     void everyThresholdComesBack();
     void randomImagesComeBack_data();
@@ -75,11 +76,23 @@ void TestFieldInput::accepted_data()
     row("gravity", "9.806", "84 7D");
     row("depthSamplingRate", "1 [Hz]", "96");
     row("depthSamplingRate", "10 hz", "0F");
-    row("depthSamplingRate", "15", "0F");
+    row("depthSamplingRate", "10", "0F");
+    row("depthSamplingRate", "10Hz", "0F");
+    row("depthSamplingRate", "#15", "0F");
+    row("depthSamplingRate", "#99", "63");
+    row("suspendSampling", "4", "07");
+    row("suspendSampling", "4 s", "07");
+    row("suspendSampling", "#6", "06");
+    row("suspendDelay", "12", "C0 A8");
+    row("suspendDelay", "5 min", "2C 01");
+    row("suspendDelay", "#65535", "FF FF");
+    row("messageRule01.message", "#34", "22");
     row("messageRule01.message", "Depth max", "22");
     row("messageRule01.message", "Depth MAX", "25");
+    row("messageRule01.message", "depth max", "22");
+    row("messageRule01.message", "depth MAX", "25");
     row("messageRule01.message", "SHOW ok", "EA");
-    row("messageRule01.repetition", "255", "FF");
+    row("messageRule01.repetition", "#255", "FF");
     row("messageRule01.comparison", "<=", "01");
     row("messageRule01.form", "(VALUE & point)", "00");
     row("timerRule08.time", "65535 s", "FF FF");
@@ -132,6 +145,7 @@ void TestFieldInput::refused_data()
     row("diveThreshold", "100.5",
         "diveThreshold: 100.5 cannot be stored; the nearest that can is 101 cm");
     row("distanceE", "1.234", "distanceE: 1.234 cannot be stored; the nearest that can is 1.23 m");
+    row("distanceE", "1.231", "distanceE: 1.231 cannot be stored; the nearest that can is 1.23 m");
     row("distanceE", "-0.01", "distanceE: -0.01 is out of range; it takes 0.00 to 99.99 m");
     row("messageRule01.threshold", "-0.01 m",
         "messageRule01.threshold: -0.01 is out of range; it takes 0.00 to 327.67 m");
@@ -142,11 +156,23 @@ void TestFieldInput::refused_data()
     row("depthSamplingRate", "7 [Hz]",
         "depthSamplingRate: \"7 [Hz]\" is not offered; choose one of: 1 [Hz], 2 [Hz], 3 [Hz], "
         "4 [Hz], 5 [Hz], 10 [Hz]");
-    row("depthSamplingRate", "151",
-        "depthSamplingRate: \"151\" is not offered; choose one of: 1 [Hz], 2 [Hz], 3 [Hz], "
-        "4 [Hz], 5 [Hz], 10 [Hz]");
-    row("messageRule01.message", "depth max",
-        "messageRule01.message: \"depth max\" may mean Depth max or Depth MAX");
+    row("depthSamplingRate", "15",
+        "depthSamplingRate: \"15\" is not offered; choose one of: 1 [Hz], 2 [Hz], 3 [Hz], "
+        "4 [Hz], 5 [Hz], 10 [Hz]; the stored number 15 is given as \"#15\"");
+    row("suspendSampling", "6",
+        "suspendSampling: \"6\" is not offered; choose one of: 1 [s], 2 [s], 4 [s], 8 [s]; the "
+        "stored number 6 is given as \"#6\"");
+    row("suspendDelay", "5", "suspendDelay: \"5\" may mean 5 [min] or 5 [h]");
+    row("suspendSampling", "#256",
+        "suspendSampling: \"#256\" is no stored number; it takes #0 to #255");
+    row("suspendSampling", "#-1",
+        "suspendSampling: \"#-1\" is no stored number; it takes #0 to #255");
+    row("suspendSampling", "#", "suspendSampling: \"#\" is no stored number; it takes #0 to #255");
+    row("messageRule01.message", "34",
+        "messageRule01.message: \"34\" is not offered; the manual lists what is; the stored number "
+        "34 is given as \"#34\"");
+    row("messageRule01.message", "DEPTH max",
+        "messageRule01.message: \"DEPTH max\" may mean Depth max or Depth MAX");
     row("messageRule01.message", "Swim fast",
         "messageRule01.message: \"Swim fast\" is not offered; do you mean Swim faster?");
     row("author", "1234567890123456",
@@ -185,6 +211,20 @@ void TestFieldInput::everyOfferedChoiceComesBack()
         for (int row = 0; row < options.rowCount(); ++row) {
             const int value = static_cast<int>(options.number(row, cMyTableModel::Value));
             put(image, field, editor::numberBytes(value, field));
+            QVERIFY(comesBack(image, field));
+        }
+    }
+}
+
+/// What no table knows has no label, and must not become what somebody else offers.
+void TestFieldInput::everyStoredChoiceComesBack()
+{
+    cMyMemoryArea image;
+    cli::loadDefaults(image);
+    for (const char* name : {"depthSamplingRate", "suspendDelay", "messageRule01.message"}) {
+        const cMySettingsField& field = support::field(name);
+        for (int stored = 0; stored < (1 << (8 * field.width)); ++stored) {
+            put(image, field, editor::numberBytes(stored, field));
             QVERIFY(comesBack(image, field));
         }
     }

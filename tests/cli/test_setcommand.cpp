@@ -163,7 +163,7 @@ void TestSetCommand::setOfTheSameWritesNothing()
     const QByteArray text = support::settingsText(support::templateImage(), "\r\n") + "\r\n";
     support::writeFile(m_directory->path(), text);
     const support::ToolResult result = m_directory->run(
-        {"set", m_directory->path(), "diveThreshold=100", "title=", "depthSamplingRate=150"});
+        {"set", m_directory->path(), "diveThreshold=100", "title=", "depthSamplingRate=#150"});
     QCOMPARE(result.status, 0);
     QCOMPARE(result.out, QString());
     QVERIFY2(result.err.contains("nothing was written"), qPrintable(result.err));
