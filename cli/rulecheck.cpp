@@ -15,6 +15,8 @@
 
 namespace {
 
+constexpr int stopwatch = 0; ///< among the timers
+
 using Timers = std::bitset<cMyDiveTimers::count>;
 
 /// A member of a rule with what is doubtful about it.
@@ -44,6 +46,15 @@ QString timerName(int timer)
 bool has(const Timers& timers, int timer)
 {
     return timers[static_cast<std::size_t>(timer)];
+}
+
+/// The timer that a rule sets going at first. Of a timer that was never started nothing remains
+/// to go on with; the stopwatch then goes on from 0.
+std::optional<int> startedBy(const cMyRule& rule)
+{
+    const int action = rule.stored("action");
+    const auto continued = timerOf(action, RuleAction::Continue);
+    return continued == stopwatch ? continued : timerOf(action, RuleAction::Start);
 }
 
 /// Looks for doubts about the rules of an image.
@@ -76,7 +87,7 @@ private:
                 if (rule.kind() != cMyRule::Kind::Timer || rule.isOff() || whyNever(rule)) {
                     continue;
                 }
-                if (const auto timer = timerOf(rule.stored("action"), RuleAction::Start)) {
+                if (const auto timer = startedBy(rule)) {
                     m_started.set(static_cast<std::size_t>(*timer));
                 }
             }
