@@ -4,6 +4,7 @@
 #include "cli/rulecheck.h"
 
 #include "cli/rule.h"
+#include "cli/valuebounds.h"
 #include "editor/fieldtext.h"
 #include "emulator/devicememories.h"
 #include "emulator/ruleconditions.h"
@@ -11,9 +12,14 @@
 
 #include <algorithm>
 #include <bitset>
+#include <iterator>
+#include <limits>
 #include <optional>
 
 namespace {
+
+constexpr int stopwatch = 0;                                     ///< among the timers
+constexpr int longestShown = std::numeric_limits<qint16>::max(); ///< in s, by any timer
 
 using Timers = std::bitset<cMyDiveTimers::count>;
 
@@ -25,6 +31,12 @@ struct Reason
 };
 
 enum class Truth { Sometimes, Always, Never };
+
+struct Judgement
+{
+    Truth truth;
+    QString because; ///< to be put behind it
+};
 
 std::optional<int> timerOf(int number, RuleCondition first)
 {
@@ -46,6 +58,27 @@ bool has(const Timers& timers, int timer)
     return timers[static_cast<std::size_t>(timer)];
 }
 
+/// The timer that a rule sets going at first. Of a timer that was never started nothing remains
+/// to go on with; the stopwatch then goes on from 0.
+std::optional<int> startedBy(const cMyRule& rule)
+{
+    const int action = rule.stored("action");
+    const auto continued = timerOf(action, RuleAction::Continue);
+    return continued == stopwatch ? continued : timerOf(action, RuleAction::Start);
+}
+
+bool isAtLeast(const cMyRule& rule)
+{
+    return rule.stored("comparison") == static_cast<int>(RuleComparison::AtLeast);
+}
+
+/// What a sensor tells now, which comes and goes by itself.
+bool isReading(int value)
+{
+    return value == emulator::AbsolutePressure || value == emulator::AtmosphericPressure ||
+           value == emulator::Temperature || value == emulator::BatteryLevel;
+}
+
 /// Looks for doubts about the rules of an image.
 class RuleCheck
 {
@@ -53,6 +86,7 @@ public:
     explicit RuleCheck(const cMyMemoryArea& image) : m_image(image), m_rules(cli::rules(image))
     {
         findStarted();
+        findRecurring();
     }
 
     [[nodiscard]] QVector<cMySettingsDoubt> doubts()
@@ -70,17 +104,78 @@ private:
     void findStarted()
     {
         Timers before;
+        cMyTimerTimes timesBefore;
         do {
             before = m_started;
-            for (const cMyRule& rule : qAsConst(m_rules)) {
-                if (rule.kind() != cMyRule::Kind::Timer || rule.isOff() || whyNever(rule)) {
-                    continue;
-                }
-                if (const auto timer = timerOf(rule.stored("action"), RuleAction::Start)) {
-                    m_started.set(static_cast<std::size_t>(*timer));
+            timesBefore = m_times;
+            for (const cMyRule& rule : liveTimerRules()) {
+                if (const auto timer = startedBy(rule)) {
+                    const auto index = static_cast<std::size_t>(*timer);
+                    m_started.set(index);
+                    const int time = *timer == stopwatch ? longestShown : rule.stored("time");
+                    m_times.at(index) = std::max(m_times.at(index), std::min(time, longestShown));
                 }
             }
-        } while (m_started != before);
+        } while (m_started != before || m_times != timesBefore);
+    }
+
+    /// The timers that are started again and again without the diver's doing. Those are left that
+    /// nothing but dives, charging and switches sets going.
+    void findRecurring()
+    {
+        m_recurring = m_started;
+        Timers before;
+        do {
+            before = m_recurring;
+            Timers recurring;
+            for (const cMyRule& rule : liveTimerRules()) {
+                const auto timer = startedBy(rule);
+                if (timer && recurs(rule)) {
+                    recurring.set(static_cast<std::size_t>(*timer));
+                }
+            }
+            m_recurring &= recurring;
+        } while (m_recurring != before);
+    }
+
+    /// Whether a rule may become true again on land without the diver's doing.
+    [[nodiscard]] bool recurs(const cMyRule& rule) const
+    {
+        const int condition = rule.stored("condition");
+        for (const RuleCondition first : {RuleCondition::TimerCounts, RuleCondition::TimerIsStopped,
+                                          RuleCondition::TimerPassed}) {
+            const auto timer = timerOf(condition, first);
+            if (timer && has(m_recurring, *timer)) {
+                return true;
+            }
+        }
+        const bool isOnLand = condition == static_cast<int>(RuleCondition::Anytime) ||
+                              condition == static_cast<int>(RuleCondition::OnSurface);
+        if (!isOnLand || rule.comparesNothing() || truth(rule).truth != Truth::Sometimes) {
+            return false;
+        }
+        const int value = rule.stored("measuredValue");
+        const auto timer = emulator::timerOf(value, emulator::Stopwatch0);
+        return timer ? has(m_recurring, *timer) : isReading(value);
+    }
+
+    [[nodiscard]] QVector<cMyRule> liveTimerRules() const
+    {
+        QVector<cMyRule> live;
+        std::copy_if(m_rules.cbegin(), m_rules.cend(), std::back_inserter(live),
+                     [this](const cMyRule& rule) {
+                         return rule.kind() == cMyRule::Kind::Timer && !rule.isOff() &&
+                                !whyNever(rule);
+                     });
+        return live;
+    }
+
+    [[nodiscard]] bool isStopwatchStopped() const
+    {
+        const QVector<cMyRule> live = liveTimerRules();
+        return std::any_of(live.cbegin(), live.cend(), [](const cMyRule& rule) {
+            return timerOf(rule.stored("action"), RuleAction::Stop) == stopwatch;
+        });
     }
 
     void add(const cMyRule& rule, const char* member, const QString& text)
@@ -122,13 +217,23 @@ private:
         }
     }
 
-    void checkDistance(const cMyRule& rule, const QString& distance)
+    void checkDistance(const cMyRule& rule, const QString& name)
     {
-        const cMySettingsField& field = editor::settingsField(distance);
-        if (editor::storedNumber(m_image, field) <= 0) {
-            add(rule, "repetition",
-                QStringLiteral("the rule never speaks: %1 is %2")
-                    .arg(distance, editor::valueText(m_image, field)));
+        const cMySettingsField& field = editor::settingsField(name);
+        const int distance = editor::storedNumber(m_image, field);
+        const auto condition = static_cast<RuleCondition>(rule.stored("condition"));
+        const bool isAtSurface =
+            condition == RuleCondition::OnSurface || condition == RuleCondition::DiveEnds;
+        QString why;
+        if (distance <= 0) {
+            why = QStringLiteral("%1 is %2").arg(name, editor::valueText(m_image, field));
+        } else if (condition == RuleCondition::SwitchesOff) {
+            why = QStringLiteral("nothing is passed at the switch off");
+        } else if (isAtSurface && distance >= cli::depthPassedAtSurface(m_image)) {
+            why = QStringLiteral("distances are passed in the water");
+        }
+        if (!why.isEmpty()) {
+            add(rule, "repetition", QStringLiteral("the rule never speaks: ") + why);
         }
     }
 
@@ -157,9 +262,13 @@ private:
         if (rule.comparesNothing() && editor::storedNumber(m_image, field) != 0) {
             add(rule, "threshold",
                 QStringLiteral("has no effect: the rule applies regardless of any value"));
-        } else if (!rule.comparesNothing() && truth(rule) == Truth::Always) {
+            return;
+        }
+        const Judgement judgement = truth(rule);
+        if (!rule.comparesNothing() && judgement.truth == Truth::Always) {
             add(rule, "threshold",
-                QStringLiteral("has no effect: %1 is always true").arg(rule.comparison()));
+                QStringLiteral("has no effect: %1 is always true%2")
+                    .arg(rule.comparison(), judgement.because));
         }
     }
 
@@ -186,8 +295,10 @@ private:
         if (!rule.isOffered("comparison")) {
             return Reason{"comparison", QStringLiteral("there is no such comparison")};
         }
-        if (truth(rule) == Truth::Never) {
-            return Reason{"threshold", rule.comparison() + QStringLiteral(" is never true")};
+        const Judgement judgement = truth(rule);
+        if (judgement.truth == Truth::Never) {
+            return Reason{"threshold",
+                          rule.comparison() + QStringLiteral(" is never true") + judgement.because};
         }
         return std::nullopt;
     }
@@ -196,54 +307,97 @@ private:
     [[nodiscard]] QString whyAlways(const cMyRule& rule) const
     {
         const int condition = rule.stored("condition");
-        const auto stopped = timerOf(condition, RuleCondition::TimerIsStopped);
-        if (!rule.comparesNothing() && truth(rule) != Truth::Always) {
+        const QString holds = whyHolds(condition);
+        if (holds.isEmpty()) {
             return {};
         }
+        if (rule.comparesNothing() || truth(rule).truth == Truth::Always) {
+            const bool isAnytime = condition == static_cast<int>(RuleCondition::Anytime);
+            return isAnytime ? holds + QStringLiteral(", and no value ends that") : holds;
+        }
+        return staysTrue(rule)
+                   ? QStringLiteral("%1, and %2 may stay true").arg(holds, rule.comparison())
+                   : QString();
+    }
+
+    /// Why a condition holds on and on while the device lies at home; empty if it does not.
+    [[nodiscard]] QString whyHolds(int condition) const
+    {
+        const auto stopped = timerOf(condition, RuleCondition::TimerIsStopped);
         if (stopped && !has(m_started, *stopped)) {
             return QStringLiteral("no rule starts %1, so that it is always stopped")
                 .arg(timerName(*stopped));
         }
+        const auto passed = timerOf(condition, RuleCondition::TimerPassed);
+        if (passed && !has(m_recurring, *passed)) {
+            return QStringLiteral("%1 stays passed until it is started again")
+                .arg(timerName(*passed));
+        }
+        if (timerOf(condition, RuleCondition::TimerCounts) == stopwatch && !isStopwatchStopped()) {
+            return QStringLiteral("no rule stops stopwatch 0, so that it goes on counting");
+        }
         if (condition == static_cast<int>(RuleCondition::Anytime)) {
-            return QStringLiteral("it applies anytime, and no value ends that");
+            return QStringLiteral("it applies anytime");
         }
         return condition == static_cast<int>(RuleCondition::OnSurface)
                    ? QStringLiteral("it applies on the surface, which is at home, too")
                    : QString();
     }
 
-    /// What the rule's comparison comes to for all numbers that its value can have.
-    [[nodiscard]] Truth truth(const cMyRule& rule) const
+    /// Whether a comparison that can be true and false may stay true while the device lies at home.
+    [[nodiscard]] bool staysTrue(const cMyRule& rule) const
     {
-        const cMySettingsField& field = rule.field("threshold");
-        cMyThresholdScale scale = editor::numberScale(m_image, field);
         const int value = rule.stored("measuredValue");
-        // Rising is negative: no ascent's speed is above 0, and no descent's below.
-        if (isOneOf(value, {emulator::AscentSpeedMaximum, emulator::AscentSpeedAverage,
-                            emulator::GreatestAscentSpeed})) {
-            scale.maximum = 0;
-        } else if (isOneOf(value, {emulator::DescentSpeedMaximum, emulator::DescentSpeedAverage,
-                                   emulator::GreatestDescentSpeed})) {
-            scale.minimum = 0;
+        const bool isAtLeast = ::isAtLeast(rule);
+        const double threshold = editor::displayedNumber(m_image, rule.field("threshold"));
+        if (value == emulator::Depth || value == emulator::VerticalSpeed) {
+            return isAtLeast ? threshold <= 0 : threshold >= 0;
         }
-        const double threshold = editor::displayedNumber(m_image, field);
-        const bool isAtLeast =
-            rule.stored("comparison") == static_cast<int>(RuleComparison::AtLeast);
-        if (isAtLeast ? threshold > scale.maximum : threshold < scale.minimum) {
-            return Truth::Never;
+        if (value == emulator::AbsolutePressure) {
+            return !isAtLeast && threshold >= cli::thickestAir;
         }
-        const bool isAlways = isAtLeast ? threshold <= scale.minimum : threshold >= scale.maximum;
-        return isAlways ? Truth::Always : Truth::Sometimes;
+        if (value == emulator::SurfaceTime) {
+            return isAtLeast;
+        }
+        const auto timer = emulator::timerOf(value, emulator::Stopwatch0);
+        if (!timer) {
+            // Statistics keep what dives have made of them.
+            return !isReading(value);
+        }
+        const bool counts =
+            timerOf(rule.stored("condition"), RuleCondition::TimerCounts) == stopwatch;
+        const bool keeps = *timer == stopwatch ? isAtLeast || !counts : !isAtLeast;
+        return keeps && !has(m_recurring, *timer);
     }
 
-    [[nodiscard]] static bool isOneOf(int value, std::initializer_list<int> values)
+    /// What the rule's comparison comes to for all numbers that its value can have.
+    [[nodiscard]] Judgement truth(const cMyRule& rule) const
     {
-        return std::find(values.begin(), values.end(), value) != values.end();
+        const double threshold = editor::displayedNumber(m_image, rule.field("threshold"));
+        const Truth anywhere = truthWithin(cli::widestBounds(m_image, rule), rule, threshold);
+        if (anywhere != Truth::Sometimes) {
+            return {anywhere, {}};
+        }
+        const cMyValueBounds bounds = cli::valueBounds(m_image, rule, m_times);
+        return {truthWithin(bounds, rule, threshold), QStringLiteral(": ") + bounds.why};
+    }
+
+    [[nodiscard]] static Truth truthWithin(const cMyValueBounds& bounds, const cMyRule& rule,
+                                           double threshold)
+    {
+        const bool isAtLeast = ::isAtLeast(rule);
+        if (isAtLeast ? threshold > bounds.maximum : threshold < bounds.minimum) {
+            return Truth::Never;
+        }
+        const bool isAlways = isAtLeast ? threshold <= bounds.minimum : threshold >= bounds.maximum;
+        return isAlways ? Truth::Always : Truth::Sometimes;
     }
 
     const cMyMemoryArea& m_image;
     QVector<cMyRule> m_rules;
     Timers m_started;
+    Timers m_recurring;
+    cMyTimerTimes m_times{};
     QVector<cMySettingsDoubt> m_doubts;
 };
 

@@ -9,6 +9,7 @@
 #include "cli/invocation.h"
 #include "cli/outputfile.h"
 #include "cli/rule.h"
+#include "cli/settingscheck.h"
 #include "cli/settingsource.h"
 #include "editor/fieldtext.h"
 #include "image/memoryarea.h"
@@ -102,9 +103,7 @@ void tellOfGravity(const QVector<Assignment>& assignments, const cMyMemoryArea& 
     const QString altitude = QStringLiteral("altitude");
     const QString latitude = QStringLiteral("latitude");
     const cMySettingsField& gravity = editor::settingsField(QStringLiteral("gravity"));
-    const int follows =
-        editor::storedGravity(editor::storedNumber(image, editor::settingsField(altitude)),
-                              editor::storedNumber(image, editor::settingsField(latitude)));
+    const int follows = cli::gravityOfPlace(image);
     const bool isPlace = isAssigned(assignments, altitude) || isAssigned(assignments, latitude);
     if (!isPlace || isAssigned(assignments, gravity.name) ||
         follows == editor::storedNumber(image, gravity)) {

@@ -26,11 +26,17 @@ void checkChoice(const cMyMemoryArea& image, const cMySettingsField& field, Doub
     }
 }
 
-/// Numbers in rules are not the window's to change: their thresholds are looked at with the rules.
+/// The window has an input for it, which keeps it in its range. There is none for gravity, which
+/// follows the place, and numbers in rules are looked at with the rules.
+bool isKeptInRange(const cMySettingsField& field)
+{
+    return field.name != QLatin1String("gravity") && !editor::isThreshold(field);
+}
+
 void checkNumber(const cMyMemoryArea& image, const cMySettingsField& field, Doubts& doubts)
 {
     const double number = editor::displayedNumber(image, field);
-    if (editor::isThreshold(field) || (number >= field.minimum && number <= field.maximum)) {
+    if (!isKeptInRange(field) || (number >= field.minimum && number <= field.maximum)) {
         return;
     }
     const double nearest = std::clamp(number, field.minimum, field.maximum);
@@ -91,8 +97,7 @@ void checkDiveThresholds(const cMyMemoryArea& image, Doubts& doubts)
 void checkGravity(const cMyMemoryArea& image, Doubts& doubts)
 {
     const cMySettingsField& gravity = editor::settingsField(QStringLiteral("gravity"));
-    const int ofPlace =
-        editor::storedGravity(numberOf(image, "altitude"), numberOf(image, "latitude"));
+    const int ofPlace = cli::gravityOfPlace(image);
     if (editor::storedNumber(image, gravity) != ofPlace) {
         const QString number = editor::exactNumber(ofPlace / gravity.factor, gravity.factor);
         doubts.append(
@@ -106,6 +111,15 @@ void checkGravity(const cMyMemoryArea& image, Doubts& doubts)
 } // namespace
 
 namespace cli {
+
+int gravityOfPlace(const cMyMemoryArea& image)
+{
+    const auto shown = [&image](const char* name) {
+        const cMySettingsField& field = editor::settingsField(QString::fromLatin1(name));
+        return std::clamp(editor::displayedNumber(image, field), field.minimum, field.maximum);
+    };
+    return editor::storedGravity(shown("altitude"), shown("latitude"));
+}
 
 QVector<cMySettingsDoubt> settingsDoubts(const cMyMemoryArea& image)
 {

@@ -22,6 +22,10 @@ namespace cli {
 /// does not offer is told with it.
 [[nodiscard]] QVector<cMySettingsDoubt> settingsDoubts(const cMyMemoryArea& image);
 
+/// The gravity, as stored, that the window makes of altitude and latitude, each of which it brings
+/// into its range before.
+[[nodiscard]] int gravityOfPlace(const cMyMemoryArea& image);
+
 } // namespace cli
 
 #endif

@@ -113,6 +113,12 @@ void TestSettingsCheck::fields_data()
         "gravity: 9.806 m/s\u00B2 is not that of altitude and latitude, 9.8322 m/s\u00B2, which "
         "the window makes it when it opens the file");
     row("gravity of that place", {{"latitude", 90}, {"gravity", 32218}}, none);
+    row("gravity that no place has", {{"gravity", 65535}},
+        "gravity: 19.9997 m/s\u00B2 is not that of altitude and latitude, 9.806 m/s\u00B2, which "
+        "the window makes it when it opens the file");
+    row("gravity of a place that there is not", {{"latitude", 200}, {"gravity", 32218}},
+        "latitude: 200 \u00B0 is out of range (0 to 90); the window makes it 90 \u00B0 when it "
+        "opens the file");
 }
 
 void TestSettingsCheck::fields()
@@ -239,8 +245,11 @@ void TestSettingsCheck::timerRules_data()
     row("no time for the stopwatch", timer({{"time", 0}, {"action", 128}}), none);
     row("stops what nothing starts", timer({{"action", 138}}),
         rule + "action: the rule does nothing: no rule starts timer 2");
-    row("continues what nothing starts", timer({{"action", 144}}),
+    row("stops a stopwatch that nothing starts", timer({{"action", 136}}),
         rule + "action: the rule does nothing: no rule starts stopwatch 0");
+    row("continues what nothing starts", timer({{"action", 145}}),
+        rule + "action: the rule does nothing: no rule starts timer 1");
+    row("continues the stopwatch", timer({{"action", 144}}), none);
     row("starts itself alone", timer({{"condition", 33}}),
         rule + "condition: the rule never acts: no rule starts timer 1");
     row("chain",
