@@ -65,7 +65,7 @@ cMyOutcome writeImageFile(const QString& path, cMyMemoryArea& image,
 cMyOutcome replaceImageFile(const QString& path, cMyMemoryArea& image,
                             const cMyInvocation& invocation, cMyConsole& console)
 {
-    const cMyOutcome outcome = checkTarget(path);
+    cMyOutcome outcome = checkTarget(path);
     if (!outcome.isDone()) {
         return outcome;
     }
