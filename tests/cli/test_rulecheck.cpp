@@ -284,7 +284,7 @@ void TestRuleCheck::thresholdsWithoutEffect_data()
         "messageRule03.threshold: has no effect: depth >= 0.30 m is always true: a dive ends above "
         "0.50 m",
         Speech::Ends);
-    row("surfacing threshold", message(6, 32, 0, 50, {{"temperatureSource", 0}}),
+    row("surfacing threshold", message(0, 32, 0, 50, {{"temperatureSource", 0}}),
         "messageRule03.threshold: has no effect: depth >= 0.50 m is always true: a dive ends above "
         "0.50 m",
         Speech::Ends);
