@@ -52,7 +52,7 @@ cMyOutcome tooDeep(double time, double depth)
 
 cMyRehearsal::cMyRehearsal(const cMyMemoryArea& settings, const cMyDiveProfile& profile,
                            const std::function<bool(int, int)>& progress)
-    : m_rules(speakingRules(settings))
+    : m_silentRules(speakingRules(settings))
 {
     dive(settings, profile, progress);
 }
@@ -80,7 +80,7 @@ void cMyRehearsal::dive(const cMyMemoryArea& settings, const cMyDiveProfile& pro
             return;
         }
         memories.setValue(emulator::AbsolutePressure, static_cast<qint16>(pressure));
-        m_messages += dive.advanceTo(due, memories);
+        keep(dive.advanceTo(due, memories));
         last = {now, memories.value(emulator::Depth) / centimetres};
         keep(last);
         const auto second = static_cast<qint64>(now);
@@ -92,8 +92,8 @@ void cMyRehearsal::dive(const cMyMemoryArea& settings, const cMyDiveProfile& pro
         toldSecond = second;
     }
     keepDeepestAndLast(last);
-    m_messages += dive.advanceTo(end, memories);
-    m_messages += dive.finish();
+    keep(dive.advanceTo(end, memories));
+    keep(dive.finish());
 }
 
 void cMyRehearsal::keep(const cMyRehearsedDepth& sample)
@@ -118,16 +118,14 @@ void cMyRehearsal::keepDeepestAndLast(const cMyRehearsedDepth& last)
     }
 }
 
-QVector<int> cMyRehearsal::silentRules() const
+void cMyRehearsal::keep(const QVector<cMySpokenMessage>& messages)
 {
-    QVector<int> silent = m_rules;
-    for (const cMySpokenMessage& message : m_messages) {
-        silent.removeOne(message.rule);
-        if (silent.isEmpty()) {
-            break;
-        }
+    for (const cMySpokenMessage& message : messages) {
+        m_silentRules.removeOne(message.rule);
     }
-    return silent;
+    const int kept = std::min(messages.size(), mostMessages - m_messages.size());
+    m_messages += messages.mid(0, kept);
+    m_leftOut += messages.size() - kept;
 }
 
 bool cMyRehearsal::isHasty(int message) const

@@ -30,6 +30,9 @@ public:
     /// In s: a message that begins sooner behind another one may be hard to hear.
     static constexpr double timeToSpeak = 2;
 
+    /// That are kept of one dive: more than two in each second of a day, and than anybody reads.
+    static constexpr int mostMessages = 200000;
+
     /// Dives at once. progress is told now and then how many whole seconds of how many are over,
     /// and asked whether to go on.
     cMyRehearsal(const cMyMemoryArea& settings, const cMyDiveProfile& profile,
@@ -39,8 +42,11 @@ public:
     /// follows is to be used only if this is done.
     [[nodiscard]] const cMyOutcome& outcome() const { return m_outcome; }
 
-    /// In the order in which they were said.
+    /// In the order in which they were said; the first ones if there were more than mostMessages.
     [[nodiscard]] const QVector<cMySpokenMessage>& messages() const { return m_messages; }
+
+    /// How many messages were said, but not kept.
+    [[nodiscard]] qint64 leftOut() const { return m_leftOut; }
 
     /// Of the first sample in each second, of the deepest one and of the last one.
     [[nodiscard]] const QVector<cMyRehearsedDepth>& depths() const { return m_depths; }
@@ -52,7 +58,7 @@ public:
     [[nodiscard]] double maximumDepth() const { return m_deepest.depth; }
 
     /// Message rules that are on and say something, but never did; counted from 1.
-    [[nodiscard]] QVector<int> silentRules() const;
+    [[nodiscard]] const QVector<int>& silentRules() const { return m_silentRules; }
 
     /// Whether that message begins sooner than timeToSpeak after the one before it.
     [[nodiscard]] bool isHasty(int message) const;
@@ -61,12 +67,14 @@ private:
     void dive(const cMyMemoryArea& settings, const cMyDiveProfile& profile,
               const std::function<bool(int, int)>& progress);
     void keep(const cMyRehearsedDepth& sample);
+    void keep(const QVector<cMySpokenMessage>& messages);
     void keepDeepestAndLast(const cMyRehearsedDepth& last);
 
     cMyOutcome m_outcome;
     QVector<cMySpokenMessage> m_messages;
     QVector<cMyRehearsedDepth> m_depths;
-    QVector<int> m_rules; ///< that could speak
+    qint64 m_leftOut = 0;
+    QVector<int> m_silentRules; ///< that could speak, but did not so far
     double m_duration = 0;
     cMyRehearsedDepth m_deepest;
 };

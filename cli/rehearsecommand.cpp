@@ -117,6 +117,17 @@ void tellBeginning(const Rehearsed& rehearsed, const cMyRehearsal& rehearsal, cM
     console.say({});
 }
 
+void tellLeftOut(const cMyRehearsal& rehearsal, cMyConsole& console)
+{
+    if (rehearsal.leftOut() > 0) {
+        console.say(
+            QStringLiteral("The first %1 messages are told, and the device goes on talking: "
+                           "%2 messages were left out.")
+                .arg(rehearsal.messages().size())
+                .arg(rehearsal.leftOut()));
+    }
+}
+
 void tellEnd(const cMyRehearsal& rehearsal, cMyConsole& console)
 {
     const int count = rehearsal.messages().size();
@@ -125,7 +136,8 @@ void tellEnd(const cMyRehearsal& rehearsal, cMyConsole& console)
         hasty += rehearsal.isHasty(i) ? 1 : 0;
     }
     console.say({});
-    console.say(QStringLiteral("Messages: %1").arg(count));
+    console.say(QStringLiteral("Messages: %1").arg(count + rehearsal.leftOut()));
+    tellLeftOut(rehearsal, console);
     if (hasty > 0) {
         console.say(QStringLiteral("Less than %1 s after the one before (+): %2")
                         .arg(cMyRehearsal::timeToSpeak)
@@ -160,20 +172,41 @@ QJsonObject json(const Rehearsed& rehearsed, const cMyRehearsal& rehearsal)
             {QStringLiteral("duration"), rehearsal.duration()},
             {QStringLiteral("greatestDepth"), rehearsal.maximumDepth()},
             {QStringLiteral("messages"), messages},
+            {QStringLiteral("leftOut"), rehearsal.leftOut()},
             {QStringLiteral("silentRules"), silent}};
 }
 
-void tellTimeline(const Rehearsed& rehearsed, const cMyRehearsal& rehearsal, cMyConsole& console)
+cMyOutcome cancelled()
+{
+    return {ExitStatus::Cancelled, {QStringLiteral("cancelled")}};
+}
+
+cMyOutcome tellTimeline(const Rehearsed& rehearsed, const cMyRehearsal& rehearsal,
+                        cMyConsole& console)
 {
     if (console.isJson()) {
+        tellLeftOut(rehearsal, console);
         console.result(json(rehearsed, rehearsal));
-        return;
+        return {};
     }
     tellBeginning(rehearsed, rehearsal, console);
     for (int i = 0; i < rehearsal.messages().size(); ++i) {
+        if (cli::isInterrupted()) {
+            return cancelled();
+        }
         console.result(lineOf(rehearsal, i));
     }
     tellEnd(rehearsal, console);
+    return {};
+}
+
+/// The errors of a dive are about its profile, as the settings have been read.
+cMyOutcome named(cMyOutcome outcome, const QString& profile)
+{
+    for (QString& reason : outcome.reasons) {
+        reason.prepend(profile + QStringLiteral(": "));
+    }
+    return outcome;
 }
 
 /// Everything that can be wrong before the dive.
@@ -205,6 +238,11 @@ cMyOutcome prepare(const cMyInvocation& invocation, cMyConsole& console, Rehears
             QStringLiteral("%1: there are %2 dives; this is the first (--dive N takes another)")
                 .arg(rehearsed.log.name)
                 .arg(rehearsed.log.dives));
+    }
+    if (rehearsed.log.strangeTemperatures > 0) {
+        console.say(QStringLiteral("%1: %2 temperatures that no water has were left out")
+                        .arg(rehearsed.log.name)
+                        .arg(rehearsed.log.strangeTemperatures));
     }
     rehearsed.source = invocation.operands.first();
     return cli::loadSource(rehearsed.source, invocation, console, settings);
@@ -243,11 +281,15 @@ ExitStatus runRehearse(const cMyInvocation& invocation, cMyConsole& console)
     });
     console.progress(diving, 0, 0);
     if (!rehearsal.outcome().isDone()) {
-        return console.tell(rehearsal.outcome());
+        return console.tell(rehearsal.outcome().status == ExitStatus::Cancelled
+                                ? rehearsal.outcome()
+                                : named(rehearsal.outcome(), invocation.value("profile")));
     }
-    tellTimeline(rehearsed, rehearsal, console);
-    return invocation.has("plot") ? console.tell(plot(invocation, rehearsed, rehearsal, console))
-                                  : ExitStatus::Done;
+    const cMyOutcome told = tellTimeline(rehearsed, rehearsal, console);
+    if (!told.isDone() || !invocation.has("plot")) {
+        return console.tell(told);
+    }
+    return console.tell(plot(invocation, rehearsed, rehearsal, console));
 }
 
 } // namespace cli

@@ -27,6 +27,7 @@ private slots:
     void tooDeepForTheSensorIsAnError();
     void aDiveCanBeCancelled();
     void manySamplesAreNotAllKept();
+    void whoTalksWithoutEndIsCutOff();
 };
 
 namespace {
@@ -215,6 +216,20 @@ void TestRehearsal::manySamplesAreNotAllKept()
     QVERIFY(rehearsal.outcome().isDone());
     QVERIFY(rehearsal.duration() > 700);
     QVERIFY(rehearsal.depths().size() <= std::floor(rehearsal.duration()) + 3);
+}
+
+void TestRehearsal::whoTalksWithoutEndIsCutOff()
+{
+    constexpr int rules = 23; // that speak once in a second
+    constexpr int seconds = 9000;
+    support::TalkativeRules builder(rules);
+    builder.messageRule(24).when(support::when(RuleCondition::DiveEnds)).says(support::attention);
+    const cMyRehearsal rehearsal(
+        builder.settings(), profileOf({{0, 0, {}}, {100, 3, {}}, {8900, 3, {}}, {8940, 0, {}}}));
+    QCOMPARE(rehearsal.messages().size(), 200000);
+    QCOMPARE(rehearsal.messages().last().time, qint64(8695000)); // 200000 / 23 is 8695.7
+    QCOMPARE(rehearsal.leftOut(), qint64(rules * (seconds + 1) + 1 - 200000));
+    QCOMPARE(rehearsal.silentRules(), QVector<int>()); // rule 24 was said, though not kept
 }
 
 QTEST_GUILESS_MAIN(TestRehearsal)

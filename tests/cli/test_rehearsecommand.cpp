@@ -12,6 +12,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <csignal>
+
 /// The program itself, on logs and settings in files.
 class TestRehearseCommand : public QObject
 {
@@ -23,6 +25,9 @@ private slots:
     void quietPrintsTheMessagesOnly();
     void jsonHoldsTheTimeline();
     void whatIsAddedToTheProfileIsTold();
+    void whatIsLeftOutIsTold_data();
+    void whatIsLeftOutIsTold();
+    void anInterruptionEndsTheTimeline();
     void wrongUseIsTold_data();
     void wrongUseIsTold();
     void badFilesAreTold_data();
@@ -132,6 +137,59 @@ void TestRehearseCommand::whatIsAddedToTheProfileIsTold()
     }
 }
 
+void TestRehearseCommand::whatIsLeftOutIsTold_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::newRow("text") << "--verbose";
+    QTest::newRow("JSON") << "--json";
+}
+
+void TestRehearseCommand::whatIsLeftOutIsTold()
+{
+    QFETCH(QString, option);
+    support::TalkativeRules rules(24);
+    support::writeFile(path("talk.mio"), support::settingsText(support::bytesOf(rules.settings())));
+    support::writeFile(
+        path("long.ssrf"),
+        "<divelog><dive><sample time='0:00' depth='0'/><sample time='1:00' "
+        "depth='3' temp='-99 C'/><sample time='150:00' depth='0'/></dive></divelog>");
+    support::ToolRun run;
+    const support::ToolResult result =
+        run.run({"rehearse", path("talk.mio"), option, "-p", path("long.ssrf")});
+    QCOMPARE(result.status, 0);
+    const QString told =
+        QStringLiteral("The first 200000 messages are told, and the device goes on "
+                       "talking: ");
+    QVERIFY2(result.err.contains(told), qPrintable(result.err));
+    QVERIFY2(result.err.contains(QLatin1String("long.ssrf: 1 temperatures that no water has")),
+             qPrintable(result.err));
+    if (option == QLatin1String("--json")) {
+        const QJsonObject object = QJsonDocument::fromJson(result.out.toUtf8()).object();
+        QCOMPARE(object.value("messages").toArray().size(), 200000);
+        QVERIFY(object.value("leftOut").toInt() > 0);
+    } else {
+        QCOMPARE(result.out.count(QLatin1Char('\n')), 200000);
+    }
+}
+
+/// More is printed than a pipe holds, so that the program waits for its reader.
+void TestRehearseCommand::anInterruptionEndsTheTimeline()
+{
+    support::TalkativeRules rules(8);
+    support::writeFile(path("talk.mio"), support::settingsText(support::bytesOf(rules.settings())));
+    support::ToolRun run;
+    run.start({"rehearse", path("talk.mio"), "-p", "sawtooth"});
+    QVERIFY(run.process.waitForReadyRead(support::ToolRun::patience));
+    while (run.process.bytesAvailable() == 0) {
+        QVERIFY(run.process.waitForReadyRead(support::ToolRun::patience));
+    }
+    QCOMPARE(::kill(static_cast<pid_t>(run.process.processId()), SIGINT), 0);
+    const support::ToolResult result = run.finish();
+    QCOMPARE(result.status, 130);
+    QVERIFY2(result.err.contains(QLatin1String("cancelled")), qPrintable(result.err));
+    QVERIFY(!result.err.contains(QLatin1String("Messages: ")));
+}
+
 void TestRehearseCommand::wrongUseIsTold_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -139,6 +197,8 @@ void TestRehearseCommand::wrongUseIsTold_data()
     QTest::newRow("no profile") << QStringList() << "freedive, square, sawtooth";
     QTest::newRow("dive 0") << QStringList{"-p", reef, "--dive", "0"} << "--dive takes a number";
     QTest::newRow("dive that is none") << QStringList{"-p", reef, "--dive", "x"} << "--dive takes";
+    QTest::newRow("second dive of a built-in profile")
+        << QStringList{"-p", "square", "--dive", "2"} << "square: this is one dive";
     QTest::newRow("no picture") << QStringList{"-p", reef, "--plot", "dive.gif"} << ".svg or .png";
 }
 
@@ -158,6 +218,8 @@ void TestRehearseCommand::badFilesAreTold_data()
     QTest::addColumn<QString>("word");
     QTest::newRow("no such profile")
         << QStringList{"-p", "round"} << "round: there is no such file";
+    QTest::newRow("too deep for the sensor") << QStringList{"-p", path("deep.csv")}
+                                             << path("deep.csv") + ": the profile is 330.00 m deep";
     QTest::newRow("no such dive") << QStringList{"-p", reef, "--dive", "9"} << "no dive 9";
     QTest::newRow("no log") << QStringList{"-p", path("three.mio")} << "three.mio:2: ";
     QTest::newRow("picture in no directory")
@@ -172,6 +234,7 @@ void TestRehearseCommand::badFilesAreTold()
     QFETCH(QStringList, arguments);
     QFETCH(QString, word);
     QDir(m_directory.path()).mkpath(QStringLiteral("dir.svg"));
+    support::writeFile(path("deep.csv"), "0,0\n10,330\n");
     const support::ToolResult result = rehearse(arguments);
     QCOMPARE(result.status, 5);
     QCOMPARE(result.out, QString());

@@ -131,6 +131,7 @@ void TestStrictSettings::sumsByThePublicRule_data()
     QTest::newRow("as we write") << good + end;
     QTest::newRow("lower case") << (good + end).toLower();
     QTest::newRow("no bytes") << good + ":0000000000\n" + end;
+    QTest::newRow("no bytes behind the last one") << good + ":00040100FB\n" + end;
     QTest::newRow("line end behind the end") << good + end + "\r\n\r\n";
     QTest::newRow("twice the same") << good + good + end;
     QTest::newRow("nothing but the end") << end;
