@@ -31,7 +31,8 @@ constexpr char showDetails[] =
     "Examples: miolkactl show mine.mio; miolkactl show device --json";
 
 constexpr char getDetails[] =
-    "FIELD is a name as \"show\" prints it; that of a rule, such as messageRule07, stands for all of its members.\n\n"
+    "FIELD is a name as \"show\" prints it; that of a rule, such as messageRule07, stands for all "
+    "of its members.\n\n"
     "The value of one field is printed as it is. Of several, each is a line FIELD=VALUE, "
     "which \"set\" takes; line breaks in the description are \\n there, and backslashes \\\\.\n\n"
     "A version, a choice that is not offered and a number out of range are printed, but not "

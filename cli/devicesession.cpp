@@ -112,15 +112,16 @@ cMyOutcome cMyDeviceSession::open(const cMyInvocation& invocation)
     cMyFoundPort port;
     cMyOutcome outcome =
         invocation.has("emulator") ? startEmulated(port) : cli::choosePort(invocation, port);
+    if (outcome.isDone()) {
+        outcome = open(port);
+    }
+    // Not before, as a trace of nothing would be in the way of the next attempt.
     std::shared_ptr<cMyTrace> trace;
     if (outcome.isDone()) {
         outcome = cli::openTrace(invocation, trace);
     }
-    if (!outcome.isDone()) {
-        return outcome;
-    }
     setTrace(trace, 0);
-    return open(port);
+    return outcome;
 }
 
 cMyOutcome cMyDeviceSession::open(const cMyFoundPort& port)

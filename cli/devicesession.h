@@ -35,7 +35,7 @@ public:
     ~cMyDeviceSession();
     Q_DISABLE_COPY_MOVE(cMyDeviceSession)
 
-    /// Opens the device that the invocation chooses, and its trace file before. NoDevice,
+    /// Opens the device that the invocation chooses, and then its trace file. NoDevice,
     /// NotAllowed, or BadFile for the trace.
     [[nodiscard]] cMyOutcome open(const cMyInvocation& invocation);
 

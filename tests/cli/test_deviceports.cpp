@@ -70,8 +70,10 @@ void TestDevicePorts::portInUse()
     DeviceTool tool;
     QSerialPort holder;
     QVERIFY(device::openPort(holder, tool.device.path()));
-    const ToolResult result = tool.run({"write", support::exampleFile, "--yes"});
+    const ToolResult result =
+        tool.run({"write", support::exampleFile, "--yes", "--trace", tool.file("trace")});
     QCOMPARE(result.status, 4);
+    QVERIFY(!QFile::exists(tool.file("trace")));
     QVERIFY2(result.err.contains("in use by another program"), qPrintable(result.err));
     QVERIFY2(result.err.contains("miolkactl doctor"), qPrintable(result.err));
     holder.close();
