@@ -35,7 +35,7 @@ QString create(const QString& path, const QByteArray& text)
     }
     const bool isWhole = file.write(text) == text.size();
     const bool isStored = image::syncFile(file) && isWhole;
-    const QString reason = file.errorString();
+    QString reason = file.errorString();
     file.close();
     if (isStored) {
         return {};
