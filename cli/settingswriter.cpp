@@ -83,7 +83,7 @@ cMyOutcome cMySettingsWriter::write()
     QVector<cMySettingsDifference> found;
     cMyOutcome stored = store(*m_image, found);
     if (!stored.isDone()) {
-        return m_session.hasWritten() ? withWayBack(stored) : cli::unchanged(stored);
+        return withWayBack(m_session.hasWritten() ? stored : cli::unchanged(stored));
     }
     return found.isEmpty() ? cMyOutcome() : mismatch(found);
 }
@@ -132,8 +132,10 @@ cMyOutcome cMySettingsWriter::mismatch(const QVector<cMySettingsDifference>& fou
 
 cMyOutcome cMySettingsWriter::withWayBack(cMyOutcome outcome) const
 {
-    outcome.reasons +=
-        QStringLiteral("do not dive with it; what it held before is kept in %1").arg(backup());
+    if (m_session.hasWritten()) {
+        outcome.reasons += QStringLiteral("do not dive with it");
+    }
+    outcome.reasons += QStringLiteral("what it held before is kept in %1").arg(backup());
     if (m_invocation.has("emulator")) {
         outcome.reasons += cli::virtualDeviceIsGone();
         return outcome;

@@ -37,7 +37,7 @@ public:
     [[nodiscard]] bool isNeeded() const;
 
     /// BadFile, with nothing written, if what the device holds cannot be kept. Protocol, Cancelled
-    /// or Mismatch with the command that brings it back, unless nothing was changed; after a
+    /// or Mismatch with the command that brings it back, also if nothing was changed; after a
     /// mismatch, of which the first reason and all bytes are told before the question, it is
     /// brought back at once if the user wants that.
     [[nodiscard]] cMyOutcome write();

@@ -57,6 +57,7 @@ private slots:
 private:
     static Trials trials(const std::vector<int>& lines);
     static void writeAll(Trials& trials);
+    [[nodiscard]] static QString restoring(const Trial& trial);
     static void checkAll(Trials& trials, int status);
     static void restoreAll(Trials& trials);
     template <typename Spoil>
@@ -85,6 +86,13 @@ void TestWriteInterruptions::writeAll(Trials& trials)
     }
 }
 
+/// The command that brings back what the only backup holds.
+QString TestWriteInterruptions::restoring(const Trial& trial)
+{
+    return QStringLiteral("miolkactl write --restore %1 --port %2")
+        .arg(trial.tool.backups().constFirst(), trial.tool.tool.process.arguments().constLast());
+}
+
 void TestWriteInterruptions::checkAll(Trials& trials, int status)
 {
     for (auto& trial : trials) {
@@ -95,11 +103,7 @@ void TestWriteInterruptions::checkAll(Trials& trials, int status)
         QVERIFY2(backups.size() == 1, context.constData());
         QVERIFY2(DeviceTool::imageOf(backups.constFirst()) == trial->tool.original,
                  context.constData());
-        QVERIFY2(
-            wayBack(trial->result.err) ==
-                QStringLiteral("miolkactl write --restore %1 --port %2")
-                    .arg(backups.constFirst(), trial->tool.tool.process.arguments().constLast()),
-            context.constData());
+        QVERIFY2(wayBack(trial->result.err) == restoring(*trial), context.constData());
         const QByteArray trace = support::readFile(trial->tool.file("trace"));
         QVERIFY2(!trial->result.err.contains("repeat"), context.constData());
         QVERIFY2(status != 130 || trace.endsWith(" < #ROOT\\r\\n\n"), trace.right(200).constData());
@@ -210,8 +214,8 @@ void TestWriteInterruptions::goneBeforeTheFirstRecord()
         QVERIFY(trial->tool.eeprom() == trial->tool.original);
         QVERIFY2(messages.contains("nothing was changed on the device"), qPrintable(messages));
         QVERIFY2(!messages.contains("do not dive"), qPrintable(messages));
-        QCOMPARE(wayBack(messages), QString());
         QCOMPARE(trial->tool.backups().size(), 1);
+        QCOMPARE(wayBack(messages), restoring(*trial));
     }
 }
 
