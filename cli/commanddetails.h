@@ -9,7 +9,9 @@ namespace cli {
 
 constexpr char portsDetails[] =
     "Each line tells the port and, where it cannot be opened, why. Ports are opened for a "
-    "moment, but nothing is sent to a device.";
+    "moment, but nothing is sent to a device.\n\n"
+    "Exit status: 0, 3 if there is neither.\n\n"
+    "Example: miolkactl ports";
 
 constexpr char statusDetails[] =
     "The thirteen values of the page Overview of the window, and the result of the self-test "
@@ -35,8 +37,8 @@ constexpr char getDetails[] =
     "of its members.\n\n"
     "The value of one field is printed as it is. Of several, each is a line FIELD=VALUE, "
     "which \"set\" takes; line breaks in the description are \\n there, and backslashes \\\\.\n\n"
-    "A version, a choice that is not offered and a number out of range are printed, but not "
-    "taken by \"set\".\n\n"
+    "A choice that is not offered is the number that is stored for it on such a line, as #99. "
+    "The version and numbers out of range are printed, but not taken by \"set\".\n\n"
     "Exit status: 0, 2 if there is no such field, 5 if the file is at fault; with "
     "\"device\", 3 if there is no device or several, 4 if its port is in use or forbidden, "
     "6 if it does not answer as it should, 130 after Ctrl-C.\n\n"
@@ -193,7 +195,10 @@ constexpr char doctorDetails[] =
     "Looks at USB, at the ports and who may use or has them, and at services that take ports "
     "for modems, and asks each device that can be opened for a sign of life. Whatever is "
     "wrong is told with a way out and, where there are, the lines to type. Nothing is "
-    "changed, neither in the system nor in a device.";
+    "changed, neither in the system nor in a device.\n\n"
+    "Exit status: 0 if a device is well, 3 if there is none but perhaps a boot loader, 4 if its "
+    "port is in use or forbidden, 6 if it does not answer.\n\n"
+    "Example: miolkactl doctor";
 
 } // namespace cli
 
