@@ -178,6 +178,11 @@ void cMyDeviceSession::setTrace(const std::shared_ptr<cMyTrace>& trace, int numb
     }
 }
 
+void cMyDeviceSession::beMorePatient()
+{
+    m_channel.setPatience(static_cast<int>(std::chrono::milliseconds(longestAnswer).count()));
+}
+
 cMyOutcome cMyDeviceSession::exchange(const QString& title, const QStringList& lines,
                                       Answers answers, QStringList* replies)
 {

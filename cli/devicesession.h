@@ -48,6 +48,10 @@ public:
     /// Of the port, as in "ttyACM0".
     [[nodiscard]] const QString& name() const { return m_name; }
 
+    /// From now on answers may take as long as they ever may; for what a device has to erase memory
+    /// for.
+    void beMorePatient();
+
     /// Sends the lines, which have their line ends, each after the answer to the one before; the
     /// title stands before the progress. The replies are those to data records; every other line
     /// stands for itself there, as nothing is known of its answer. If the user wants to stop, the

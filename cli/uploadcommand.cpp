@@ -88,6 +88,7 @@ ExitStatus runUpload(const cMyInvocation& invocation, cMyConsole& console)
     if (!outcome.isDone()) {
         return console.tell(outcome);
     }
+    session.beMorePatient();
     outcome =
         session.exchange(QStringLiteral("Uploading"), device::writeRequest(FLASH, library.lines),
                          cMyDeviceSession::Answers::Any);

@@ -50,7 +50,7 @@ bool cMyLineChannel::exchange(QSerialPort& port, const QString& line, QString& r
     port.write(line.toLatin1());
     // An answer that is there already leaves no wait in which it would be sent.
     port.flush();
-    m_end.setRemainingTime(answerPatience);
+    m_end.setRemainingTime(m_patience);
     m_stopEnd.reset();
     do {
         if (const auto answer = takeAnswer()) {
@@ -91,7 +91,7 @@ bool cMyLineChannel::receive(QSerialPort& port)
             std::array<char, cMyLineAssembler::longestLine> bytes{};
             m_incoming.append(bytes.data(), port.read(bytes.data(), bytes.size()));
             if (haste != Haste::Leave) {
-                m_end.setRemainingTime(answerPatience);
+                m_end.setRemainingTime(m_patience);
             }
             return true;
         }

@@ -40,6 +40,9 @@ public:
     /// Is called with each line that comes for an exchange, notices too, before it is looked at.
     void setListener(std::function<void(const QByteArray& line)> listener);
 
+    /// How long an answer may take from now on instead of answerPatience, in ms.
+    void setPatience(int milliseconds) { m_patience = milliseconds; }
+
     /// To be called once the port was opened: drops what comes until the line is quiet, so that a
     /// late answer to an exchange that was cut off is not taken for one of this.
     void settle(QSerialPort& port);
@@ -56,6 +59,7 @@ private:
 
     std::function<Haste()> m_haste;
     std::function<void(const QByteArray& line)> m_listener;
+    int m_patience = answerPatience;
     cMyLineAssembler m_incoming;
     QDeadlineTimer m_end;                     ///< of the present wait
     std::optional<QDeadlineTimer> m_stopEnd;  ///< of this answer, once the caller wants to stop

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "device/linechannel.h"
 #include "tests/cli/devicetool.h"
 #include "tests/support/librarytext.h"
 #include "tests/support/posix.h"
@@ -21,6 +22,7 @@ private slots:
     void asksAndSaysWhatIsLost();
     void faultyFileIsNotSent();
     void tooLargeForTheDevice();
+    void aDeviceMayTakeItsTime();
     void cutOff_data();
     void cutOff();
     void interrupted();
@@ -111,6 +113,19 @@ void TestUploadCommand::tooLargeForTheDevice()
     }
     QVERIFY(flash(tool).left(0x7FFFF8) == before.left(0x7FFFF8));
     QVERIFY(flash(tool).endsWith("xxxxxxxx"));
+}
+
+/// As one does that erases memory before it stores the first record.
+void TestUploadCommand::aDeviceMayTakeItsTime()
+{
+    constexpr int latency = cMyLineChannel::answerPatience + 500;
+    DeviceTool tool;
+    support::writeFile(tool.file("a.mia"), support::libraryText(library()));
+    tool.afterLine(firstRecord - 1, [&] { tool.device.port().setLatency(latency); });
+    tool.afterLine(firstRecord, [&] { tool.device.port().setLatency(0); });
+    const ToolResult result = tool.run({"upload", tool.file("a.mia"), "--yes"});
+    QVERIFY2(result.status == 0, qPrintable(result.err));
+    QVERIFY(flash(tool).startsWith(library()));
 }
 
 void TestUploadCommand::cutOff_data()
