@@ -4,7 +4,6 @@
 #include "tests/sim/simulation.h"
 #include "tests/support/posix.h"
 
-#include <QElapsedTimer>
 #include <QSerialPort>
 #include <QtTest>
 
@@ -164,13 +163,12 @@ void TestSimWorker::fractionsOfThePressureAreKept()
     RunningWorker run;
     // A cycle of a few milliseconds at 1 cm/s is far below one mbar.
     run.start(0.01);
-    QElapsedTimer clock;
-    clock.start();
-    constexpr int milliseconds = 3000;
-    QVERIFY(support::waitFor([&] { return clock.elapsed() > milliseconds || run.hasEnded(); }));
-    const QVector<int> pressures = simulation::pressures(run.lines());
-    QVERIFY(pressures.size() > 30);
-    QVERIFY(pressures.last() >= 1013 + 2);
+    const auto isDeeper = [&run] {
+        const QVector<int> pressures = simulation::pressures(run.lines());
+        return !pressures.isEmpty() && pressures.last() >= 1013 + 2;
+    };
+    QVERIFY(support::waitFor([&] { return isDeeper() || run.hasEnded(); }));
+    QVERIFY(isDeeper());
 }
 
 void TestSimWorker::thePressureIsCutAndNotRounded()
