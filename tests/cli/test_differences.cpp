@@ -62,10 +62,10 @@ void TestDifferences::lines_data()
     row("high byte", 131, "0F", "suspendDelay: 1 [h] -> unknown (3856)");
     row("choice", 128, "0F", "depthSamplingRate: 1 [Hz] -> 10 [Hz]");
     row("member of a rule", 376, "20", "messageRule08.condition: never -> unknown (32)");
-    row("text", 16, "4D 65 00", "author: \"\" -> \"Me\"");
+    row("text", 16, "4D 65 00", R"(author: "" -> "Me")");
     row("text of several lines", 512, "61 0A 62 00", "description: \"\" -> \"a\nb\"");
     row("behind the end of a text", 33, "4E 21 32 33",
-        "title: \"\" and behind its end 20 31 -> \"\" and behind its end 21 32");
+        R"(title: "" and behind its end 20 31 -> "" and behind its end 21 32)");
     row("byte without a field", 9, "AB", "byte 9: 00 -> AB");
     row("bytes without a field", 4, "01 02 03 04 05 06 07 08 09 0A 0B 0C",
         "bytes 4 to 15: 00 00 00 00 00 00 00 00 00 00 00 00 -> "

@@ -129,9 +129,9 @@ void TestDiveLog::faultsOfTablesHaveTheirLine_data()
     row("three columns", "0;0;18\n", "a/dive.csv:1: there are more than two columns");
     row("no second number", "0,\n", "a/dive.csv:1: a line needs two numbers");
     row("nothing but commas", "0,0\n,,\n", "a/dive.csv:2: a line needs two numbers");
-    row("the line behind CRs", "0,0\r\r60,deep\r", "a/dive.csv:3: \"deep\"");
-    row("the line behind CR LFs", "0,0\r\n\r\n60,deep\r\n", "a/dive.csv:3: \"deep\"");
-    row("half a quote", "0,\"1\n", "a/dive.csv:1: \"\"1\" is not a number");
+    row("the line behind CRs", "0,0\r\r60,deep\r", R"(a/dive.csv:3: "deep")");
+    row("the line behind CR LFs", "0,0\r\n\r\n60,deep\r\n", R"(a/dive.csv:3: "deep")");
+    row("half a quote", "0,\"1\n", R"(a/dive.csv:1: ""1" is not a number)");
     row("not a number", "0,0\n60,nan\n", "a/dive.csv:2: the depth is nan m");
     row("no end", "0,0\ninf,1\n", "a/dive.csv:2: the time is inf s");
     row("too deep", "0,0\n# deep\n60,1e308\n", "a/dive.csv:3: the depth is 1e+308 m");

@@ -5,6 +5,7 @@
 #include "device/protocol.h"
 #include "emulator/mockedusb.h"
 #include "tests/cli/toolrun.h"
+#include "tests/support/preload.h"
 #include "tests/support/serveddevice.h"
 #include "tests/support/skipped.h"
 
@@ -30,6 +31,7 @@ public:
     [[nodiscard]] bool wasSkipped() const { return m_wasSkipped; }
 
 private slots:
+    void initTestCase() { support::allowPreloadedLibraries(); }
     void init();
     void cleanup();
     void aDeviceIsFound();

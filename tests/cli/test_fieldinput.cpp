@@ -53,6 +53,84 @@ bool comesBack(const cMyMemoryArea& image, const cMySettingsField& field)
     return true;
 }
 
+/// Adds one row of refused input: the field, the text and the reason.
+void refuse(const char* name, const char* text, const char* reason)
+{
+    QTest::addRow("%s=%s", name, qPrintable(QString::fromUtf8(text).simplified()))
+        << QString::fromLatin1(name) << QString::fromUtf8(text) << QString::fromUtf8(reason);
+}
+
+void refuseNumbers()
+{
+    refuse("diveThreshold", "4", "diveThreshold: 4 is out of range; it takes 5 to 255 cm");
+    refuse("diveThreshold", "256", "diveThreshold: 256 is out of range; it takes 5 to 255 cm");
+    refuse("diveThreshold", "999999999 cm",
+           "diveThreshold: 999999999 is out of range; it takes 5 to 255 cm");
+    refuse("diveThreshold", "1.00 m",
+           "diveThreshold: \"1.00 m\" is no number in cm; it takes 5 to 255 cm");
+    refuse("diveThreshold", "1e2",
+           "diveThreshold: \"1e2\" is no number in cm; it takes 5 to 255 cm");
+    refuse("diveThreshold", "0x64",
+           "diveThreshold: \"0x64\" is no number in cm; it takes 5 to 255 cm");
+    refuse("diveThreshold", "1,5",
+           "diveThreshold: \"1,5\" is no number in cm; it takes 5 to 255 cm");
+    refuse("diveThreshold", "", "diveThreshold: \"\" is no number in cm; it takes 5 to 255 cm");
+    refuse("diveThreshold", "nan",
+           "diveThreshold: \"nan\" is no number in cm; it takes 5 to 255 cm");
+    refuse("diveThreshold", "100.5",
+           "diveThreshold: 100.5 cannot be stored; the nearest that can is 101 cm");
+    refuse("distanceE", "1.234",
+           "distanceE: 1.234 cannot be stored; the nearest that can is 1.23 m");
+    refuse("distanceE", "1.231",
+           "distanceE: 1.231 cannot be stored; the nearest that can is 1.23 m");
+    refuse("distanceE", "-0.01", "distanceE: -0.01 is out of range; it takes 0.00 to 99.99 m");
+    refuse("messageRule01.threshold", "-0.01 m",
+           "messageRule01.threshold: -0.01 is out of range; it takes 0.00 to 327.67 m");
+    refuse("messageRule01.threshold", "20 %",
+           "messageRule01.threshold: \"20 %\" is no number in m; it takes 0.00 to 327.67 m");
+    refuse("messageRule02.threshold", "100.01",
+           "messageRule02.threshold: 100.01 is out of range; it takes 0.00 to 100.00 %");
+}
+
+void refuseChoicesAndTexts()
+{
+    refuse("depthSamplingRate", "7 [Hz]",
+           "depthSamplingRate: \"7 [Hz]\" is not offered; choose one of: 1 [Hz], 2 [Hz], 3 [Hz], "
+           "4 [Hz], 5 [Hz], 10 [Hz]");
+    refuse("depthSamplingRate", "15",
+           "depthSamplingRate: \"15\" is not offered; choose one of: 1 [Hz], 2 [Hz], 3 [Hz], "
+           "4 [Hz], 5 [Hz], 10 [Hz]; the stored number 15 is given as \"#15\"");
+    refuse("suspendSampling", "6",
+           "suspendSampling: \"6\" is not offered; choose one of: 1 [s], 2 [s], 4 [s], 8 [s]; the "
+           "stored number 6 is given as \"#6\"");
+    refuse("suspendDelay", "5", "suspendDelay: \"5\" may mean 5 [min] or 5 [h]");
+    refuse("suspendSampling", "#256",
+           "suspendSampling: \"#256\" is no stored number; it takes #0 to #255");
+    refuse("suspendSampling", "#-1",
+           "suspendSampling: \"#-1\" is no stored number; it takes #0 to #255");
+    refuse("suspendSampling", "#",
+           "suspendSampling: \"#\" is no stored number; it takes #0 to #255");
+    refuse(
+        "messageRule01.message", "34",
+        "messageRule01.message: \"34\" is not offered; the manual lists what is; the stored number "
+        "34 is given as \"#34\"");
+    refuse("messageRule01.message", "DEPTH max",
+           "messageRule01.message: \"DEPTH max\" may mean Depth max or Depth MAX");
+    refuse("messageRule01.message", "Swim fast",
+           "messageRule01.message: \"Swim fast\" is not offered; do you mean Swim faster?");
+    refuse("author", "1234567890123456",
+           "author: the text has 16 characters, but there is room for 15");
+    refuse(
+        "author", "Zoë",
+        "author: character 3, \"ë\", is none that the device's texts have: only ASCII, from space "
+        "to tilde");
+    refuse("author", "a\nb",
+           "author: character 2, \"\n\", is none that the device's texts have: only ASCII, from "
+           "space to tilde");
+    refuse("programVersion", "1.0.4.0",
+           "programVersion: cannot be set; writing to a device sets it");
+}
+
 } // namespace
 
 void TestFieldInput::accepted_data()
@@ -100,9 +178,9 @@ void TestFieldInput::accepted_data()
     row("messageRule02.threshold", "100 %", "00 80");
     row("messageRule03.threshold", "-7", "F9 FF");
     row("author", "", "00");
-    row("author", "a=b \\n\\\\", "61 3D 62 20 5C 6E 5C 5C 00");
+    row("author", R"(a=b \n\\)", "61 3D 62 20 5C 6E 5C 5C 00");
     row("author", "123456789012345", "31 32 33 34 35 36 37 38 39 30 31 32 33 34 35 00");
-    row("description", "a\\nb\\\\n\\c", "61 0A 62 5C 6E 5C 63 00");
+    row("description", R"(a\nb\\n\c)", "61 0A 62 5C 6E 5C 63 00");
     row("description", "a\nb", "61 0A 62 00");
 }
 
@@ -126,64 +204,8 @@ void TestFieldInput::refused_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("reason");
-    const auto row = [](const char* name, const char* text, const char* reason) {
-        QTest::addRow("%s=%s", name, qPrintable(QString::fromUtf8(text).simplified()))
-            << QString::fromLatin1(name) << QString::fromUtf8(text) << QString::fromUtf8(reason);
-    };
-    row("diveThreshold", "4", "diveThreshold: 4 is out of range; it takes 5 to 255 cm");
-    row("diveThreshold", "256", "diveThreshold: 256 is out of range; it takes 5 to 255 cm");
-    row("diveThreshold", "999999999 cm",
-        "diveThreshold: 999999999 is out of range; it takes 5 to 255 cm");
-    row("diveThreshold", "1.00 m",
-        "diveThreshold: \"1.00 m\" is no number in cm; it takes 5 to 255 cm");
-    row("diveThreshold", "1e2", "diveThreshold: \"1e2\" is no number in cm; it takes 5 to 255 cm");
-    row("diveThreshold", "0x64",
-        "diveThreshold: \"0x64\" is no number in cm; it takes 5 to 255 cm");
-    row("diveThreshold", "1,5", "diveThreshold: \"1,5\" is no number in cm; it takes 5 to 255 cm");
-    row("diveThreshold", "", "diveThreshold: \"\" is no number in cm; it takes 5 to 255 cm");
-    row("diveThreshold", "nan", "diveThreshold: \"nan\" is no number in cm; it takes 5 to 255 cm");
-    row("diveThreshold", "100.5",
-        "diveThreshold: 100.5 cannot be stored; the nearest that can is 101 cm");
-    row("distanceE", "1.234", "distanceE: 1.234 cannot be stored; the nearest that can is 1.23 m");
-    row("distanceE", "1.231", "distanceE: 1.231 cannot be stored; the nearest that can is 1.23 m");
-    row("distanceE", "-0.01", "distanceE: -0.01 is out of range; it takes 0.00 to 99.99 m");
-    row("messageRule01.threshold", "-0.01 m",
-        "messageRule01.threshold: -0.01 is out of range; it takes 0.00 to 327.67 m");
-    row("messageRule01.threshold", "20 %",
-        "messageRule01.threshold: \"20 %\" is no number in m; it takes 0.00 to 327.67 m");
-    row("messageRule02.threshold", "100.01",
-        "messageRule02.threshold: 100.01 is out of range; it takes 0.00 to 100.00 %");
-    row("depthSamplingRate", "7 [Hz]",
-        "depthSamplingRate: \"7 [Hz]\" is not offered; choose one of: 1 [Hz], 2 [Hz], 3 [Hz], "
-        "4 [Hz], 5 [Hz], 10 [Hz]");
-    row("depthSamplingRate", "15",
-        "depthSamplingRate: \"15\" is not offered; choose one of: 1 [Hz], 2 [Hz], 3 [Hz], "
-        "4 [Hz], 5 [Hz], 10 [Hz]; the stored number 15 is given as \"#15\"");
-    row("suspendSampling", "6",
-        "suspendSampling: \"6\" is not offered; choose one of: 1 [s], 2 [s], 4 [s], 8 [s]; the "
-        "stored number 6 is given as \"#6\"");
-    row("suspendDelay", "5", "suspendDelay: \"5\" may mean 5 [min] or 5 [h]");
-    row("suspendSampling", "#256",
-        "suspendSampling: \"#256\" is no stored number; it takes #0 to #255");
-    row("suspendSampling", "#-1",
-        "suspendSampling: \"#-1\" is no stored number; it takes #0 to #255");
-    row("suspendSampling", "#", "suspendSampling: \"#\" is no stored number; it takes #0 to #255");
-    row("messageRule01.message", "34",
-        "messageRule01.message: \"34\" is not offered; the manual lists what is; the stored number "
-        "34 is given as \"#34\"");
-    row("messageRule01.message", "DEPTH max",
-        "messageRule01.message: \"DEPTH max\" may mean Depth max or Depth MAX");
-    row("messageRule01.message", "Swim fast",
-        "messageRule01.message: \"Swim fast\" is not offered; do you mean Swim faster?");
-    row("author", "1234567890123456",
-        "author: the text has 16 characters, but there is room for 15");
-    row("author", "Zoë",
-        "author: character 3, \"ë\", is none that the device's texts have: only ASCII, from space "
-        "to tilde");
-    row("author", "a\nb",
-        "author: character 2, \"\n\", is none that the device's texts have: only ASCII, from "
-        "space to tilde");
-    row("programVersion", "1.0.4.0", "programVersion: cannot be set; writing to a device sets it");
+    refuseNumbers();
+    refuseChoicesAndTexts();
 }
 
 void TestFieldInput::refused()

@@ -3,6 +3,7 @@
 
 #include "tests/cli/devicetool.h"
 #include "tests/support/posix.h"
+#include "tests/support/preload.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -19,6 +20,7 @@ class TestSeveralDevices : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { support::allowPreloadedLibraries(); }
     void oneIsFound();
     void severalMustBeNamed();
     void noneIsSaid();

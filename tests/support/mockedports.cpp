@@ -3,6 +3,8 @@
 
 #include "tests/support/mockedports.h"
 
+#include "tests/support/preload.h"
+
 #include <unistd.h>
 
 namespace support {
@@ -14,8 +16,7 @@ void MockedPorts::becomeMocked(char* argv[])
         return;
     }
     qputenv("LD_PRELOAD", library);
-    // A sanitizer wants to be the first library; it works as the second.
-    qputenv("ASAN_OPTIONS", qgetenv("ASAN_OPTIONS") + ":verify_asan_link_order=0");
+    allowPreloadedLibraries();
     execv("/proc/self/exe", argv);
     qFatal("cannot start anew");
 }
