@@ -78,7 +78,7 @@ void TestStrictSettings::faults_data()
     line("a comment", "# mine", "x:2: \"#\" is no record, which begins with a colon");
     line("bad digit", ":02002000GG4467", "x:2: character 10 of the record, \"G\", is no hex digit");
     line("NUL", QByteArray(":02\0002000334467", 14),
-         "x:2: character 4 of the record, \"\\x00\", is no hex digit");
+         R"(x:2: character 4 of the record, "\x00", is no hex digit)");
     line("odd digits", ":0200200033467", "x:2: the record has an odd number of hex digits");
     line("colon alone", ":", "x:2: \":\" is too short for a record");
     line("header alone", ":00000001", "x:2: \":00000001\" is too short for a record");
