@@ -131,6 +131,16 @@ void refuseChoicesAndTexts()
            "programVersion: cannot be set; writing to a device sets it");
 }
 
+/// In settings whose first two message rules compare the depth and the battery level.
+cMyOutcome parse(const QString& name, const QString& text, QVector<quint8>& parsed)
+{
+    cMyMemoryArea image;
+    cli::loadDefaults(image);
+    put(image, support::field("messageRule01.measuredValue"), {32});
+    put(image, support::field("messageRule02.measuredValue"), {31});
+    return cli::parseValue(text, editor::settingsField(name), image, parsed);
+}
+
 } // namespace
 
 void TestFieldInput::accepted_data()
@@ -189,12 +199,8 @@ void TestFieldInput::accepted()
     QFETCH(QString, name);
     QFETCH(QString, text);
     QFETCH(QByteArray, bytes);
-    cMyMemoryArea image;
-    cli::loadDefaults(image);
-    put(image, support::field("messageRule01.measuredValue"), {32});
-    put(image, support::field("messageRule02.measuredValue"), {31});
     QVector<quint8> parsed;
-    const cMyOutcome outcome = cli::parseValue(text, editor::settingsField(name), image, parsed);
+    const cMyOutcome outcome = parse(name, text, parsed);
     QVERIFY2(outcome.isDone(), qPrintable(outcome.reasons.join(' ')));
     QCOMPARE(parsed, QVector<quint8>(bytes.cbegin(), bytes.cend()));
 }
@@ -213,12 +219,8 @@ void TestFieldInput::refused()
     QFETCH(QString, name);
     QFETCH(QString, text);
     QFETCH(QString, reason);
-    cMyMemoryArea image;
-    cli::loadDefaults(image);
-    put(image, support::field("messageRule01.measuredValue"), {32});
-    put(image, support::field("messageRule02.measuredValue"), {31});
     QVector<quint8> parsed;
-    const cMyOutcome outcome = cli::parseValue(text, editor::settingsField(name), image, parsed);
+    const cMyOutcome outcome = parse(name, text, parsed);
     QVERIFY(outcome.status == cli::ExitStatus::Usage);
     QCOMPARE(outcome.reasons, QStringList{reason});
     QVERIFY(parsed.isEmpty());
