@@ -46,9 +46,9 @@ cMyOutcome checkTarget(const QString& path)
 
 namespace cli {
 
-cMyOutcome checkImageFile(const QString& path, const cMyInvocation& invocation)
+cMyOutcome checkOutputFile(const QString& path, bool mayReplace)
 {
-    if (QFileInfo::exists(path) && !invocation.has("force")) {
+    if (QFileInfo::exists(path) && !mayReplace) {
         return badFile(path, QStringLiteral("is there already; choose another name, or --force to "
                                             "write over it"));
     }
@@ -58,7 +58,7 @@ cMyOutcome checkImageFile(const QString& path, const cMyInvocation& invocation)
 cMyOutcome writeImageFile(const QString& path, cMyMemoryArea& image,
                           const cMyInvocation& invocation, cMyConsole& console)
 {
-    const cMyOutcome outcome = checkImageFile(path, invocation);
+    const cMyOutcome outcome = checkOutputFile(path, invocation.has("force"));
     return outcome.isDone() ? replaceImageFile(path, image, invocation, console) : outcome;
 }
 

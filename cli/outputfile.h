@@ -10,13 +10,14 @@ class cMyConsole;
 class cMyMemoryArea;
 struct cMyInvocation;
 
-/// Settings files as results. Each is written whole or not at all; what was there before is kept
-/// in the backup directory first, and the console is told where.
+/// Files as results. Each settings file is written whole or not at all; what was there before is
+/// kept in the backup directory first, and the console is told where.
 namespace cli {
 
-/// Whether writeImageFile() may write there, as far as can be told before: to be asked where it
-/// takes long to get what is to be written. BadFile if not.
-[[nodiscard]] cMyOutcome checkImageFile(const QString& path, const cMyInvocation& invocation);
+/// Whether a file may be written there, in place of an existing one too if mayReplace, as far as
+/// can be told before: to be asked where it takes long to get what is to be written. BadFile if
+/// not.
+[[nodiscard]] cMyOutcome checkOutputFile(const QString& path, bool mayReplace);
 
 /// Writes the image to a file that is not there yet; with --force, to one that is. BadFile, with
 /// everything as it was, if there is one, or if it cannot be kept or written. The image is not

@@ -4,7 +4,7 @@
 #include "cli/picturefile.h"
 
 #include "cli/backups.h"
-#include "image/filename.h"
+#include "cli/outputfile.h"
 #include "image/storedfile.h"
 
 #include <QFileInfo>
@@ -35,18 +35,9 @@ cMyOutcome cMyPictureFile::check(bool mayReplace) const
         return {cli::ExitStatus::Usage,
                 {QStringLiteral("%1: a picture's name ends with .svg or .png").arg(m_path)}};
     }
-    const QFileInfo info(m_path);
-    if (info.exists() && !image::isRegularFile(m_path)) {
-        return failure(QStringLiteral("this is no file that a picture can be written to"));
-    }
-    if (info.exists() && !mayReplace) {
-        return failure(
-            QStringLiteral("the file is there already; --force writes over it, and keeps "
-                           "the old one in the backup directory"));
-    }
-    if (image::isMangled(m_path) || image::writeTarget(m_path).isEmpty()) {
-        return failure(
-            QStringLiteral("no file of this name can be written; is its directory there?"));
+    const cMyOutcome outcome = cli::checkOutputFile(m_path, mayReplace);
+    if (!outcome.isDone()) {
+        return outcome;
     }
     if (isPng() && QStandardPaths::findExecutable(converter).isEmpty()) {
         return failure(QStringLiteral("a PNG needs the program %1, which is not installed (Debian "

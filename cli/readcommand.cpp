@@ -27,7 +27,7 @@ ExitStatus runRead(const cMyInvocation& invocation, cMyConsole& console)
     cMyMemoryArea image;
     cMyDeviceIdentity identity;
     cMyDeviceSession session(console);
-    cMyOutcome outcome = checkImageFile(path, invocation);
+    cMyOutcome outcome = checkOutputFile(path, invocation.has("force"));
     if (outcome.isDone()) {
         outcome = session.open(invocation);
     }

@@ -226,7 +226,7 @@ void TestRehearseCommand::badFilesAreTold_data()
         << QStringList{"-p", reef, "--plot", path("none/dive.svg")} << "is its directory there";
     QTest::newRow("picture that is a directory")
         << QStringList{"-p", reef, "--plot", path("dir.svg"), "--force"}
-        << "no file that a picture";
+        << "dir.svg: is no regular file";
 }
 
 void TestRehearseCommand::badFilesAreTold()
