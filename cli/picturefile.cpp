@@ -35,7 +35,7 @@ cMyOutcome cMyPictureFile::check(bool mayReplace) const
         return {cli::ExitStatus::Usage,
                 {QStringLiteral("%1: a picture's name ends with .svg or .png").arg(m_path)}};
     }
-    const cMyOutcome outcome = cli::checkOutputFile(m_path, mayReplace);
+    cMyOutcome outcome = cli::checkOutputFile(m_path, mayReplace);
     if (!outcome.isDone()) {
         return outcome;
     }
