@@ -84,6 +84,12 @@ QByteArray description(int vendor, int product)
         .toLatin1();
 }
 
+/// What lets a program mount something that nobody else sees; root needs no more than that.
+QStringList ownMounts()
+{
+    return geteuid() == 0 ? QStringList{"--mount"} : QStringList{"--map-root-user", "--mount"};
+}
+
 /// What the system says of an event at that path of the device; no other rules than ours and its
 /// own are read, and nothing that it writes is left behind.
 support::Spoken whatIsSaid(const QString& directory, const QString& action, const QString& path)
@@ -94,10 +100,9 @@ support::Spoken whatIsSaid(const QString& directory, const QString& action, cons
                            "mkdir -p /run/udev\n"
                            "mount -t tmpfs data /run/udev\n"
                            "exec umockdev-run -d \"$2\" -- udevadm test --action=\"$3\" \"$4\"\n";
-    const QStringList asRoot = geteuid() == 0 ? QStringList() : QStringList{"--map-root-user"};
     return support::run("unshare",
-                        asRoot + QStringList{"--mount", "bash", "-c", script, "bash", rulesFile(),
-                                             directory + "/device.umockdev", action, path});
+                        ownMounts() + QStringList{"bash", "-c", script, "bash", rulesFile(),
+                                                  directory + "/device.umockdev", action, path});
 }
 
 } // namespace
@@ -173,7 +178,7 @@ void TestDeviceRules::theSystemMarksTheDevice()
             QSKIP(qPrintable(QString::fromLatin1(program) + " is missing"));
         }
     }
-    if (support::run("unshare", {"--map-root-user", "--mount", "true"}).status != 0) {
+    if (support::run("unshare", ownMounts() + QStringList{"true"}).status != 0) {
         m_wasSkipped = true;
         QSKIP("this system allows no namespace");
     }
