@@ -199,7 +199,8 @@ int main(int argc, char* argv[])
 {
     QCoreApplication application(argc, argv);
     TestDeviceRules test;
-    return support::exitStatus(QTest::qExec(&test, argc, argv), test.wasSkipped());
+    const int failures = QTest::qExec(&test, argc, argv);
+    return support::exitStatus(failures, test.wasSkipped());
 }
 
 #include "test_devicerules.moc"

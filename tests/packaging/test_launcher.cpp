@@ -99,7 +99,8 @@ int main(int argc, char* argv[])
 {
     QCoreApplication application(argc, argv);
     TestLauncher test;
-    return support::exitStatus(QTest::qExec(&test, argc, argv), test.wasSkipped());
+    const int failures = QTest::qExec(&test, argc, argv);
+    return support::exitStatus(failures, test.wasSkipped());
 }
 
 #include "test_launcher.moc"
