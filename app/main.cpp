@@ -12,6 +12,7 @@ int main(int argc, char* argv[])
 {
     app::prepare();
     QApplication application(argc, argv);
+    app::introduce();
     QTranslator translator;
     app::installCatalogue(translator);
     MainWindow window;

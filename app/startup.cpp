@@ -3,7 +3,8 @@
 
 #include "app/startup.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QIcon>
 #include <QTextCodec>
 #include <QTranslator>
 
@@ -24,6 +25,14 @@ void installCatalogue(QTranslator& translator)
 {
     translator.load(QStringLiteral(":/language/english.qm"));
     QCoreApplication::installTranslator(&translator);
+}
+
+void introduce()
+{
+    QGuiApplication::setDesktopFileName(QStringLiteral(MIOLKA_APPLICATION_ID));
+    // Desktops know the icon by the name above. This one is for window managers that know no names,
+    // and embedded: an icon theme would be searched, and each of its sizes decoded, at every start.
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/ikony/miolka_soft_128.png")));
 }
 
 } // namespace app

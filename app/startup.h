@@ -17,6 +17,11 @@ void prepare();
 /// only where the catalogue has no entry. The translator must outlive the application's windows.
 void installCatalogue(QTranslator& translator);
 
+/// Tells the desktop by which launcher the program's windows go, and gives an icon to every window
+/// that has none of its own. Neither the application's name nor any path depends on it. Needs the
+/// application object; call before the first window is shown.
+void introduce();
+
 } // namespace app
 
 #endif

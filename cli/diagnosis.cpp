@@ -7,6 +7,7 @@
 #include "cli/shellword.h"
 #include "device/protocol.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -17,8 +18,8 @@ using cli::ExitStatus;
 
 const QString modemService = QStringLiteral("ModemManager");
 
-/// A file of a number above 72 would come too late: the system gives the user's rights at 73.
-const QString rulesFile = QStringLiteral("/etc/udev/rules.d/70-miolka.rules");
+/// The very rules that the package installs. A file of this name overrides the package's one.
+const QString rulesFile = QStringLiteral("70-miolkasoft.rules");
 
 QString hexId(quint16 id)
 {
@@ -27,20 +28,31 @@ QString hexId(quint16 id)
     return QStringLiteral("%1").arg(id, digits, base, QLatin1Char('0'));
 }
 
-QString ruleFor(quint16 product)
+/// What the system reads of the rules: neither comments nor blank lines.
+QStringList ruleLines()
 {
-    return QStringLiteral("ATTRS{idVendor}==\"%1\", ATTRS{idProduct}==\"%2\", TAG+=\"uaccess\", "
-                          "ENV{ID_MM_DEVICE_IGNORE}=\"1\"")
-        .arg(hexId(device::vendorId), hexId(product));
+    QFile file(QStringLiteral(":/udev/") + rulesFile);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    lines.erase(std::remove_if(lines.begin(), lines.end(),
+                               [](const QString& line) {
+                                   return line.isEmpty() || line.startsWith(QLatin1Char('#'));
+                               }),
+                lines.end());
+    return lines;
 }
 
 /// Both for the rights and against the modem service.
 cMyRemedy ruleRemedy(const QString& purpose)
 {
-    return {purpose + QStringLiteral(": write a rule for the device, then plug it in anew"),
-            {QStringLiteral("sudo tee %1 <<'END'").arg(rulesFile), ruleFor(device::productId),
-             ruleFor(device::bootLoaderProductId), QStringLiteral("END"),
-             QStringLiteral("sudo udevadm control --reload")}};
+    const QString wayIn = QStringLiteral("sudo tee /etc/udev/rules.d/%1 <<'END'").arg(rulesFile);
+    return {
+        purpose + QStringLiteral(": install the package miolkasoft, or write the rules for the "
+                                 "device that come with it; then plug it in anew"),
+        QStringList{wayIn} + ruleLines() +
+            QStringList{QStringLiteral("END"), QStringLiteral("sudo udevadm control --reload")}};
 }
 
 cMyFinding nothingAttached()

@@ -5,6 +5,7 @@
 #include "cli/diagnosis.h"
 #include "device/protocol.h"
 #include "tests/cli/systemtree.h"
+#include "tests/support/contents.h"
 
 #include <QtTest>
 
@@ -50,6 +51,7 @@ private slots:
     void aForbiddenPort_data();
     void aForbiddenPort();
     void theRuleGivesRightsInTime();
+    void theRulesAreThoseOfThePackage();
     void theModemService_data();
     void theModemService();
     void severalDevices();
@@ -329,12 +331,21 @@ void TestDiagnosis::theRuleGivesRightsInTime()
     QVERIFY(match.hasMatch());
     constexpr int numberOfRights = 73;
     QVERIFY(match.captured(1).toInt() < numberOfRights);
-    for (const char* product : {"2018", "2ff0"}) {
-        QVERIFY(commands.contains(QStringLiteral("ATTRS{idVendor}==\"03eb\", "
-                                                 "ATTRS{idProduct}==\"%1\", TAG+=\"uaccess\", "
-                                                 "ENV{ID_MM_DEVICE_IGNORE}=\"1\"")
-                                      .arg(product)));
-    }
+}
+
+void TestDiagnosis::theRulesAreThoseOfThePackage()
+{
+    m_tree->put(port, {});
+    const QStringList commands = commandsOf(cli::diagnose(examination(Access::Forbidden)).first());
+    const int first = 1 + static_cast<int>(commands.indexOf(
+                              "sudo tee /etc/udev/rules.d/70-miolkasoft.rules <<'END'"));
+    const int end = static_cast<int>(commands.indexOf("END"));
+    QVERIFY(first > 0 && end > first);
+    const QString packaged = QString::fromUtf8(support::contentsOf(
+        QStringLiteral(MIOLKA_SOURCE_DIR "/packaging/desktop/70-miolkasoft.rules")));
+    const QStringList expected = packaged.split('\n').filter(QRegularExpression("^[^#]"));
+    QCOMPARE(commands.mid(first, end - first), expected);
+    QVERIFY(expected.size() > 2);
 }
 
 void TestDiagnosis::theModemService_data()
