@@ -46,7 +46,7 @@ class Sources:
 
     def has_path(self, path, folder):
         """Whether there is such a path, from the root or from the folder of the document."""
-        wanted = re.sub(r"\b[A-Z]{2,}\b(?!\.md)|<[^>]+>", "*", path.rstrip("/"))
+        wanted = re.sub(r"\b(?!README\b|CONTRIBUTING\b|CHANGELOG\b|LICENSE\b)[A-Z]{2,}\b|<[^>]+>", "*", path.rstrip("/"))
         return any(any(base.glob(wanted)) for base in (self.root, folder))
 
     def has_file(self, name):
