@@ -13,9 +13,11 @@ struct cMyInvocation;
 /// They tell everything on the console, errors too.
 namespace cli {
 
+/// What the system knows of devices and ports; "doctor" judges it.
 ExitStatus runPorts(const cMyInvocation& invocation, cMyConsole& console);
 ExitStatus runDoctor(const cMyInvocation& invocation, cMyConsole& console);
 
+/// What asks a device or writes to it. All but "status", "read" and "verify" ask the user first.
 ExitStatus runStatus(const cMyInvocation& invocation, cMyConsole& console);
 ExitStatus runRead(const cMyInvocation& invocation, cMyConsole& console);
 ExitStatus runWrite(const cMyInvocation& invocation, cMyConsole& console);
@@ -26,6 +28,7 @@ ExitStatus runClearStats(const cMyInvocation& invocation, cMyConsole& console);
 ExitStatus runPowerOff(const cMyInvocation& invocation, cMyConsole& console);
 ExitStatus runBoot(const cMyInvocation& invocation, cMyConsole& console);
 
+/// What works on settings, of a file, of the built-in defaults, or of a device.
 ExitStatus runShow(const cMyInvocation& invocation, cMyConsole& console);
 ExitStatus runGet(const cMyInvocation& invocation, cMyConsole& console);
 ExitStatus runSet(const cMyInvocation& invocation, cMyConsole& console);
@@ -33,6 +36,7 @@ ExitStatus runDiff(const cMyInvocation& invocation, cMyConsole& console);
 ExitStatus runCheck(const cMyInvocation& invocation, cMyConsole& console);
 ExitStatus runNew(const cMyInvocation& invocation, cMyConsole& console);
 
+/// Dives on land: the dive itself needs no device.
 ExitStatus runRehearse(const cMyInvocation& invocation, cMyConsole& console);
 
 } // namespace cli

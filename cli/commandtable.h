@@ -26,6 +26,7 @@ enum class Completion {
     Assignment, ///< the name of a field and "="
 };
 
+/// What follows the name of a command. All rows live as long as the program.
 struct cMyOperand
 {
     const char* name; ///< as in the synopsis: FILE
@@ -34,6 +35,7 @@ struct cMyOperand
     bool isOptional = false;
 };
 
+/// What may stand anywhere behind the name of a command.
 struct cMyOption
 {
     char letter; ///< '\0' if it has none
@@ -43,6 +45,7 @@ struct cMyOption
     const char* summary; ///< a sentence without its full stop
 };
 
+/// A row of the table. Texts are English and in UTF-8.
 struct cMyCommand
 {
     const char* name;
@@ -50,12 +53,15 @@ struct cMyCommand
     QVector<cMyOption> options; ///< besides those that all commands have
     const char* summary;        ///< one line without a full stop, beginning in lower case
     const char* details;        ///< for its help and manual page; paragraphs parted by a blank line
+
+    /// Is called once, for an invocation that was checked against the row.
     cli::ExitStatus (*run)(const cMyInvocation& invocation, cMyConsole& console);
 };
 
 /// The one table that the parser, the help, the manual page and the completions are made from.
 namespace cli {
 
+/// Every command, in the order of the help.
 [[nodiscard]] const QVector<cMyCommand>& commands();
 
 /// The row of that name; none if there is no such command.
@@ -70,6 +76,8 @@ struct StatusMeaning
     ExitStatus status;
     const char* meaning;
 };
+
+/// Each status once.
 [[nodiscard]] const QVector<StatusMeaning>& exitStatuses();
 
 /// A command with its operands, as in "set FILE FIELD=VALUE...".

@@ -19,6 +19,7 @@ class QJsonObject;
 class cMyConsole
 {
 public:
+    /// How much is told besides results and errors: nothing, what matters, every step.
     enum class Volume { Quiet, Normal, Verbose };
 
     /// The streams are not owned.
@@ -26,6 +27,7 @@ public:
     ~cMyConsole();
     Q_DISABLE_COPY_MOVE(cMyConsole)
 
+    /// Before the first text: how much is told, and whether results are JSON.
     void setVolume(Volume volume) { m_volume = volume; }
     void setJson(bool isJson) { m_isJson = isJson; }
 

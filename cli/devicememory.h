@@ -20,6 +20,7 @@ struct cMyDeviceIdentity
 /// outcome says at which line it failed.
 namespace cli {
 
+/// Reads serial number and memory size from OTP. Protocol or Cancelled, with identity as it was.
 [[nodiscard]] cMyOutcome identify(cMyDeviceSession& session, cMyDeviceIdentity& identity);
 
 /// The whole settings image, into an area that is empty; it is not modified then.

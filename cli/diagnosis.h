@@ -36,7 +36,7 @@ struct cMyExamination
     QVector<cMyFoundPort> ports;
     cMyUser user;
     QString chosenPort; ///< the name or path of the only port that matters; empty if all do
-    std::function<cMyPortProbe(const QString& path)> probe = cli::probePort;
+    std::function<cMyPortProbe(const QString& path)> probe = cli::probePort; ///< opens a port
     std::function<bool(const QString& path)> answers; ///< asked of what can be opened
 };
 

@@ -43,6 +43,7 @@ public:
     /// an empty text. What lies above the surface by no more than a sensor's error is at it.
     [[nodiscard]] QString add(const cMyProfilePoint& point);
 
+    /// In the order of their times.
     [[nodiscard]] const QVector<cMyProfilePoint>& points() const { return m_points; }
 
     /// What the profile lacks to be one; empty if nothing.

@@ -19,6 +19,7 @@ struct cMyInvocation
     QHash<QString, QString>
         options; ///< given ones by their names; the value is empty if it has none
 
+    /// Whether the option was given, by its name without dashes.
     [[nodiscard]] bool has(const char* option) const
     {
         return options.contains(QLatin1String(option));
@@ -33,6 +34,7 @@ struct cMyInvocation
 /// What a command line turned out to be.
 struct cMyCommandLine
 {
+    /// Help and Version ask for a text only; Error is told with the status Usage.
     enum class Kind { Command, Help, Version, Error };
 
     Kind kind = Kind::Error;

@@ -29,6 +29,7 @@ struct cMyOutcome
     cli::ExitStatus status = cli::ExitStatus::Done;
     QStringList reasons; ///< what is wrong, a sentence for each line; empty if nothing is
 
+    /// Whether it went well: nothing else has the status Done.
     [[nodiscard]] bool isDone() const { return status == cli::ExitStatus::Done; }
 };
 

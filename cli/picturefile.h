@@ -13,6 +13,7 @@ class cMyBackups;
 class cMyPictureFile
 {
 public:
+    /// By its path as the user gave it. Nothing is looked at before check().
     explicit cMyPictureFile(QString path) : m_path(std::move(path)) {}
 
     /// Whether store() has a chance: Usage if the suffix is none of a picture, BadFile if the file

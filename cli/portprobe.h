@@ -9,6 +9,7 @@
 /// Whether a serial port can be opened, and why not. A value.
 struct cMyPortProbe
 {
+    /// What came of opening it.
     enum class Access {
         Free,
         Busy,      ///< another program has it

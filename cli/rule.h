@@ -12,6 +12,7 @@ class cMyMemoryArea;
 class cMyRule
 {
 public:
+    /// The two tables of rules in the image.
     enum class Kind { Timer, Message };
 
     /// Rules count from 1.
@@ -20,6 +21,7 @@ public:
     /// "messageRule07".
     [[nodiscard]] QString name() const;
 
+    /// Which table it is in.
     [[nodiscard]] Kind kind() const { return m_kind; }
 
     /// A member of the rule, by the part of its name behind the point.

@@ -26,6 +26,7 @@ struct cMyNode
     QString mode; ///< as in "rw-rw----"
 };
 
+/// A program that has a port open.
 struct cMyProcess
 {
     qint64 id = 0;

@@ -18,12 +18,14 @@ public:
 
     cMyLineAssembler();
 
+    /// Takes the bytes of a packet, which are copied. The count is not negative.
     void append(const char* bytes, qint64 count);
 
     /// The next complete line with its line end, cut before its first NUL. NULs that stand at its
     /// start are padding and are dropped first. Nothing while no line is complete.
     std::optional<QByteArray> takeLine();
 
+    /// Whether takeLine() will give one.
     [[nodiscard]] bool hasLine() const { return m_bytes.indexOf('\n', m_start) >= 0; }
 
     /// Forgets everything that was not taken.

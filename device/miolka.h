@@ -60,6 +60,7 @@ public slots:
     /// Adopts the name if there is none yet, and asks for the status. What runs is cut off.
     void setPort(QString portName);
 
+    /// Asks for the status, or remembers to do so while anything else runs or waits.
     void readStatus();
 
     /// Sends the records in file to a memory of the device.

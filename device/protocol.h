@@ -21,18 +21,18 @@ constexpr quint16 vendorId = 0x03EB;
 constexpr quint16 productId = 0x2018;           ///< in normal operation, a serial port
 constexpr quint16 bootLoaderProductId = 0x2FF0; ///< waiting for a firmware update
 
-constexpr char lineEnd[] = "\r\n";
+constexpr char lineEnd[] = "\r\n"; ///< of every line, in both directions
 constexpr char noticeMark = '!';
 
-constexpr char rootWord[] = "#ROOT"; ///< leaves any mode
-constexpr char hexWord[] = "#HEX";   ///< the data lines that follow are Intel HEX records
-constexpr char readWord[] = "#READ";
-constexpr char writeWord[] = "#WRITE";
-constexpr char resetWord[] = "#RESET";
-constexpr char bootWord[] = "#BOOT";
-constexpr char clearWord[] = "#CLEAR";
-constexpr char offWord[] = "#OFF";
-constexpr char simulationWord[] = "#SIMUL";
+constexpr char rootWord[] = "#ROOT";   ///< leaves any mode
+constexpr char hexWord[] = "#HEX";     ///< the data lines that follow are Intel HEX records
+constexpr char readWord[] = "#READ";   ///< a data record asks for the bytes where it lies
+constexpr char writeWord[] = "#WRITE"; ///< a data record is stored
+constexpr char resetWord[] = "#RESET"; ///< starts the device anew; its port goes and comes back
+constexpr char bootWord[] = "#BOOT";   ///< starts the boot loader; the port goes
+constexpr char clearWord[] = "#CLEAR"; ///< zeroes the statistics
+constexpr char offWord[] = "#OFF";     ///< switches off once the cable is pulled
+constexpr char simulationWord[] = "#SIMUL"; ///< begins a simulation, which implies records
 
 /// An exchange that was cut off may still be answered after the port was opened again. A new one
 /// waits until nothing came for the first of these times, but no longer than the second.

@@ -22,6 +22,7 @@ public:
     /// Neither is owned; the window is this object's parent.
     cMyServiceCommands(cMyMiolka& link, QWidget& window);
 
+    /// Each asks its question, and sends the command if the user says Yes.
     void reset();
     void clearStatistics();
     void powerOff();

@@ -35,6 +35,7 @@ public:
         QLabel* diveTime;
     };
 
+    /// The widgets outlive it. They show nothing until they are told.
     explicit cMyStatusPage(const Fields& fields);
 
     /// Shows a list of device::statusTexts(). A shorter list shows what it has.

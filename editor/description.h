@@ -38,6 +38,7 @@ public:
         QPlainTextEdit* shownDescription; ///< on the start page
     };
 
+    /// The gate is not owned and outlives it; the parent owns it. Nothing is shown before update().
     cMyDescription(const Widgets& widgets, cMyImageGate& gate, QObject& parent);
 
     /// Lets the line edits refuse characters that the device's texts do not take.

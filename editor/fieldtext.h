@@ -10,8 +10,10 @@
 /// labels. For any thread.
 namespace editor {
 
+/// How a field is shown: a number with its unit, the label of a choice, a text, bytes with dots.
 enum class FieldKind { Number, Choice, Text, Version };
 
+/// Which kind its encoding and option table make it.
 [[nodiscard]] FieldKind fieldKind(const cMySettingsField& field);
 
 /// The table of the values that are offered for the field; empty if there is none. Loaded once.

@@ -23,6 +23,7 @@ public:
     class Shut
     {
     public:
+        /// Several may shut the same gate; it opens with the end of the last one.
         explicit Shut(cMyImageGate& gate) : m_gate(gate) { ++m_gate.m_shut; }
         ~Shut() { --m_gate.m_shut; }
         Q_DISABLE_COPY_MOVE(Shut)

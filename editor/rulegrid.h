@@ -56,6 +56,7 @@ public:
         cMyRuleHeading* heading;
     };
 
+    /// The two kinds that there are. They live as long as the program.
     [[nodiscard]] static const cMyRuleKind& timerRules();
     [[nodiscard]] static const cMyRuleKind& messageRules();
 

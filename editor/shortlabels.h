@@ -21,6 +21,7 @@ public:
         double frontShare; ///< of what remains, before the gap
     };
 
+    /// Labels of one table, and the font that they will be drawn in.
     cMyShortLabels(QStringList labels, const QFontMetrics& metrics);
 
     /// What the longest label takes, in pixels.

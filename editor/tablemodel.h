@@ -19,12 +19,15 @@ public:
     enum Column : int { Label, Value, Factor, Unit, Minimum, Maximum };
 
     explicit cMyTableModel(QObject* parent = nullptr);
+
+    /// Of these rows: label and value first, as in Column.
     explicit cMyTableModel(QList<QStringList> rows, QObject* parent = nullptr);
 
     /// Loads a table: Latin-1 text, a row on each line, cells separated by ";". Stays empty if
     /// the file cannot be opened.
     explicit cMyTableModel(const QString& fileName, QObject* parent = nullptr);
 
+    /// What Qt asks of a model. A choice is one row; headers are those of the columns.
     [[nodiscard]] int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;

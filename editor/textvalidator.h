@@ -20,6 +20,7 @@ struct Edit
     QString inserted;
 };
 
+/// Of two texts that are the same nothing was removed or inserted.
 [[nodiscard]] Edit difference(const QString& before, const QString& after);
 
 /// The text without those of its characters that cannot be typed but were loaded, in their order.

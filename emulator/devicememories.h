@@ -87,6 +87,7 @@ public:
     /// As the device is delivered: the built-in settings, and no sounds but a library's name.
     cMyDeviceMemories();
 
+    /// The whole memory; empty for a number that stands for none.
     [[nodiscard]] QByteArray bytes(MemoryType area) const;
 
     /// Replaces a whole memory; false, with nothing changed, if the size is not the memory's.
@@ -98,6 +99,7 @@ public:
     /// Up to size bytes from address on; empty unless all of them lie inside.
     [[nodiscard]] QByteArray read(MemoryType area, qint64 address, int size) const;
 
+    /// A measured value in RAM by its number, from 0 to valueCount - 1, in its own unit.
     [[nodiscard]] qint16 value(int number) const;
     void setValue(int number, qint16 value);
 
@@ -105,6 +107,7 @@ public:
     [[nodiscard]] std::array<qint16, emulator::valueCount> values() const;
     void setValues(const std::array<qint16, emulator::valueCount>& values);
 
+    /// Stores it in OTP, low byte first.
     void setSerialNumber(quint16 number);
 
     /// Gives RAM the contents that it has when the device is switched on.

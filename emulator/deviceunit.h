@@ -25,10 +25,14 @@ public:
     /// Number counts the units from 0; the serial number follows from it.
     cMyDeviceUnit(int number, quint32 seed, QObject* parent = nullptr);
 
+    /// Of the unit, from 0 on.
     [[nodiscard]] int number() const { return m_number; }
+
+    /// Both live as long as the unit.
     [[nodiscard]] cMyVirtualDevice& device() { return m_device; }
     [[nodiscard]] cMyVirtualPort& port() { return m_port; }
 
+    /// The cable; both do nothing where it is so already.
     void plug();
     void unplug();
 
@@ -42,6 +46,7 @@ signals:
     /// The cable was pulled, or the device vanished as if it had been.
     void unplugged(int number);
 
+    /// The system has no pseudo-terminal for the port.
     void failed(const QString& message);
 
 private:

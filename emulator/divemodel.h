@@ -17,8 +17,10 @@ enum class TemperatureSource : quint8 { Constant = 0, Minimum = 1, Average = 2, 
 class cMyValueRange
 {
 public:
+    /// Counts a value in.
     void add(qint16 value);
 
+    /// Whether nothing was added since it was made.
     [[nodiscard]] bool isEmpty() const { return m_count == 0; }
 
     /// All three are 0 while nothing was added; the mean is rounded to the nearest number.

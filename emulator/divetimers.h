@@ -13,6 +13,7 @@
 class cMyDiveTimers
 {
 public:
+    /// What a stopwatch or timer is doing. The stopwatch never passes.
     enum class State {
         Stopped,  ///< halted, or never started
         Counting, ///< up in the stopwatch, down in a timer
@@ -34,6 +35,7 @@ public:
     /// What was halted goes on; a timer only if something remains of it.
     void resume(int timer);
 
+    /// Of the stopwatch, 0, or a timer, 1 to 3, since the last advance().
     [[nodiscard]] State state(int timer) const { return m_timers.at(index(timer)).state; }
 
     /// How often the state was entered anew. Tells a state that lasts from one that ended and came

@@ -46,6 +46,7 @@ class cMyEmulator : public QObject
     Q_OBJECT
 
 public:
+    /// Nothing is opened or started before start().
     explicit cMyEmulator(cMyEmulatorOptions options);
     ~cMyEmulator() override;
     Q_DISABLE_COPY_MOVE(cMyEmulator)

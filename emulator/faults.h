@@ -46,8 +46,10 @@ public:
     /// Characters of a line that the fault "long" sends, without its line end.
     static constexpr int longLineSize = 100000;
 
+    /// Without faults; the seed is that of everything that happens by chance.
     explicit cMyFaultInjector(quint32 seed = 0);
 
+    /// They take effect from the next line on.
     void setFaults(const cMyFaults& faults) { m_faults = faults; }
     [[nodiscard]] const cMyFaults& faults() const { return m_faults; }
 

@@ -25,6 +25,7 @@ struct cMyMockedPort
 class cMyMockedUsb
 {
 public:
+    /// The name of the library as the system's loader looks for it, without "lib" and version.
     explicit cMyMockedUsb(const QString& library = QStringLiteral("umockdev"));
     ~cMyMockedUsb();
     Q_DISABLE_COPY_MOVE(cMyMockedUsb)

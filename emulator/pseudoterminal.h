@@ -21,6 +21,7 @@ public:
     /// Whoever has the program's end open sees a hang-up.
     void close();
 
+    /// Whether there is a terminal at all; a program may have closed its end.
     [[nodiscard]] bool isOpen() const { return m_master >= 0; }
 
     /// Our end, which does not block; -1 while closed.

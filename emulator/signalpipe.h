@@ -22,6 +22,7 @@ public:
     Q_DISABLE_COPY_MOVE(cMySignalPipe)
 
 signals:
+    /// By the event loop, after the signal with this number came.
     void received(int number);
 
 private:

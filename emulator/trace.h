@@ -14,6 +14,7 @@
 class cMyTrace
 {
 public:
+    /// To the device, from it, or said by it aloud.
     enum class Direction { ToDevice, FromDevice, Spoken };
 
     cMyTrace();

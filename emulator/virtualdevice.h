@@ -38,6 +38,7 @@ public:
     /// ended by CR LF. What is not understood changes nothing and is answered by "?".
     QByteArray answer(const QByteArray& line);
 
+    /// The whole memory as it is now, in a simulation with what is simulated.
     [[nodiscard]] QByteArray memory(MemoryType area) const { return m_memories.bytes(area); }
 
     /// Replaces a whole memory, OTP and ROM too; false, with nothing changed, if bytes is not of
@@ -53,6 +54,7 @@ public:
     [[nodiscard]] qint16 value(int number) const { return m_memories.value(number); }
     void setValue(int number, qint16 value) { m_memories.setValue(number, value); }
 
+    /// Stores it in OTP.
     void setSerialNumber(quint16 number) { m_memories.setSerialNumber(number); }
 
     /// Stores a settings file in EEPROM; bytes that it does not give keep their values. False if
@@ -77,8 +79,8 @@ public slots:
     void plugged();
 
 signals:
-    void resetRequested(); ///< emitted before the answer is returned, as is the next one
-    void bootRequested();
+    void resetRequested();    ///< emitted before the answer is returned, as is the next one
+    void bootRequested();     ///< the boot loader is to take over
     void simulationStarted(); ///< not again while isSimulating()
 
     /// The device says something; emitted before the answer to the line that came next.

@@ -36,6 +36,7 @@ public:
     /// Takes effect from the next line on.
     void setDevice(cMyVirtualDevice* device) { m_device = device; }
 
+    /// Whether there is a pseudo-terminal for programs to open.
     [[nodiscard]] bool isPlugged() const { return m_terminal.isOpen(); }
 
     /// What a program opens; empty while unplugged.
@@ -45,6 +46,7 @@ public:
     void setLatency(int milliseconds) { m_latency = milliseconds; }
     [[nodiscard]] int latency() const { return m_latency; }
 
+    /// What goes wrong from the next line on.
     void setFaults(const cMyFaults& faults) { m_injector.setFaults(faults); }
     [[nodiscard]] const cMyFaults& faults() const { return m_injector.faults(); }
 

@@ -33,6 +33,7 @@ struct cMyRecordLine
 /// Intel HEX records as text. Nothing here allocates or throws; any thread may call it.
 namespace image {
 
+/// The types that this program knows.
 enum RecordType : quint8 {
     DataRecord = 0,
     EndOfFileRecord = 1,

@@ -34,6 +34,8 @@ public:
     /// An extended linear address record for the upper 16 bits of the address.
     explicit cMyHexRecord(unsigned short segment, QObject* parent = nullptr);
 
+    /// The fields of the record. The offset is the lower half of the address of its first byte; the
+    /// checksum is worked out from the others.
     [[nodiscard]] unsigned short offset() const { return m_offset; }
     [[nodiscard]] unsigned char type() const { return m_type; }
     [[nodiscard]] QVector<quint8> data() const { return m_data; }

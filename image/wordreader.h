@@ -21,6 +21,7 @@ class QIODevice;
 class cMyWordReader
 {
 public:
+    /// The device is open for reading, and read from where it stands.
     explicit cMyWordReader(QIODevice& device) : m_device(device) {}
 
     /// The next word; empty at the end or when the device can no longer be read. It stays valid

@@ -11,6 +11,7 @@
 /// Scripts that let shells complete the command lines of a program with these commands.
 namespace papers {
 
+/// One script for each shell, UTF-8, to be installed where the shell looks for such files.
 [[nodiscard]] QString bashCompletion(const QVector<cMyCommand>& commands);
 [[nodiscard]] QString zshCompletion(const QVector<cMyCommand>& commands);
 [[nodiscard]] QString fishCompletion(const QVector<cMyCommand>& commands);
@@ -32,6 +33,7 @@ struct Offer
 /// As an option is typed: its name, and before that its letter if it has one.
 [[nodiscard]] QStringList spellings(const cMyOption& option);
 
+/// Whether the next word is its value.
 [[nodiscard]] bool takesValue(const cMyOption& option);
 
 } // namespace papers

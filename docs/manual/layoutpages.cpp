@@ -3,6 +3,7 @@
 
 #include "docs/manual/advice.h"
 #include "docs/manual/fieldfacts.h"
+#include "docs/manual/layoutfacts.h"
 #include "docs/manual/markdown.h"
 #include "docs/manual/optiontables.h"
 #include "docs/manual/pages.h"
@@ -16,75 +17,14 @@ namespace {
 using manual::Column;
 using manual::literal;
 
-const QString nothing = QStringLiteral("–");
 const QString compact = QStringLiteral("compact"); ///< the class of long tables
-
-QString orNothing(const QString& text)
-{
-    return text.isEmpty() ? nothing : text;
-}
-
-QString hexadecimal(int address)
-{
-    constexpr int digits = 3;
-    constexpr int base = 16;
-    return QStringLiteral("0x%1").arg(address, digits, base, QLatin1Char('0'));
-}
-
-QString encoding(const cMySettingsField& field)
-{
-    switch (field.encoding) {
-    case FieldEncoding::Unsigned:
-        return QStringLiteral("unsigned");
-    case FieldEncoding::Signed:
-        return QStringLiteral("signed");
-    case FieldEncoding::Text:
-        return QStringLiteral("Latin-1");
-    case FieldEncoding::Bytes:
-        return QStringLiteral("bytes");
-    }
-    return {};
-}
-
-QString factor(const cMySettingsField& field)
-{
-    const bool isText = field.encoding == FieldEncoding::Text;
-    if (isText || field.encoding == FieldEncoding::Bytes) {
-        return nothing;
-    }
-    return editor::isThreshold(field) ? QStringLiteral("of the value")
-                                      : QString::number(field.factor);
-}
-
-QString shownRange(const cMySettingsField& field)
-{
-    if (editor::isThreshold(field)) {
-        return QStringLiteral("of the value");
-    }
-    if (!field.optionTable.isEmpty()) {
-        return QStringLiteral("see the codes");
-    }
-    const QString range = manual::range(field);
-    return orNothing(field.unit.isEmpty() || range.isEmpty()
-                         ? range
-                         : range + QLatin1Char(' ') + literal(field.unit));
-}
-
-QString withoutNumber(const QString& caption)
-{
-    const QString number = caption.section(QStringLiteral(". "), 0, 0);
-    return number.toInt() > 0 ? caption.mid(number.size() + 2) : caption;
-}
 
 /// What is said of fields that stand by themselves and of a rule's members alike.
 QStringList commonCells(const cMySettingsField& field)
 {
-    return {QString::number(field.width),
-            literal(withoutNumber(editor::caption(field))),
-            encoding(field),
-            factor(field),
-            shownRange(field),
-            literal(manual::defaultValue(field))};
+    return {QString::number(field.width), literal(manual::plainCaption(field)),
+            manual::encodingName(field),  manual::factorText(field),
+            manual::rangeText(field),     literal(manual::defaultValue(field))};
 }
 
 QVector<Column> columns(const char* place, int share)
@@ -101,8 +41,9 @@ QString fieldTable()
     QVector<QStringList> rows;
     for (const cMySettingsField& field : editor::settingsFields()) {
         if (!editor::isRuleMember(field)) {
-            const QString place =
-                QStringLiteral("%1 (%2)").arg(field.address).arg(hexadecimal(field.address));
+            const QString place = QStringLiteral("%1 (%2)")
+                                      .arg(field.address)
+                                      .arg(manual::hexadecimal(field.address));
             rows.append(QStringList(place) + commonCells(field));
         }
     }
@@ -114,21 +55,19 @@ QString ruleTable(const char* kind, const char* name, int count)
     constexpr int share = 9;
     const QString fieldKind = QString::fromLatin1(kind);
     const QVector<cMySettingsField> members = editor::ruleMembers(fieldKind, 1);
-    const int first = members.first().address;
-    const QString firstMember = members.first().name.section(QLatin1Char('.'), 1);
-    const int size =
-        editor::settingsField(editor::ruleMember(fieldKind, 2, firstMember)).address - first;
+    const manual::RulePlace rules = manual::rulePlace(fieldKind);
     QVector<QStringList> rows;
     for (const cMySettingsField& field : members) {
-        rows.append(QStringList(QString::number(field.address - first)) + commonCells(field));
+        rows.append(QStringList(QString::number(field.address - rules.address)) +
+                    commonCells(field));
     }
     const QString place =
         QStringLiteral("%1 rule *n* of %2, with *n* from 1 to %2, begins at address "
                        "%3 + %4 × (*n* − 1). Its members, from there:\n\n")
             .arg(QString::fromLatin1(name))
             .arg(count)
-            .arg(first)
-            .arg(size);
+            .arg(rules.address)
+            .arg(rules.size);
     return place + manual::table(columns("Offset", share), rows,
                                  QStringLiteral("%1 rules").arg(QString::fromLatin1(name)));
 }
@@ -155,7 +94,7 @@ QString users(const QList<QStringList>& options)
             cMyTableModel(editor::optionTableFile(field)).getList() != options) {
             continue;
         }
-        caption = withoutNumber(editor::caption(field));
+        caption = manual::plainCaption(field);
         if (editor::isRuleMember(field)) {
             kinds += field.name.startsWith(QLatin1String("timer"))
                          ? QStringLiteral("timer rules")
@@ -189,27 +128,6 @@ QString plainCodes(const QList<QStringList>& options)
     return manual::table(columns, rows, users(options));
 }
 
-QString measuredCodes(const QList<QStringList>& options)
-{
-    QVector<QStringList> rows;
-    for (const QStringList& option : options) {
-        const QString unit = editor::plainUnit(option.value(cMyTableModel::Unit));
-        const QString range =
-            QStringLiteral("%1 to %2")
-                .arg(option.value(cMyTableModel::Minimum), option.value(cMyTableModel::Maximum));
-        rows.append({option.value(cMyTableModel::Value),
-                     literal(option.value(cMyTableModel::Label)),
-                     unit.isEmpty() ? nothing : option.value(cMyTableModel::Factor),
-                     orNothing(literal(unit)), unit.isEmpty() ? nothing : range});
-    }
-    return manual::table({{QStringLiteral("Code"), 10},
-                          {QStringLiteral("Value"), 35},
-                          {QStringLiteral("Factor"), 15},
-                          {QStringLiteral("Unit"), 15},
-                          {QStringLiteral("Range"), 25}},
-                         rows, users(options));
-}
-
 /// Every table once, where timer rules and message rules have the same.
 QString codes()
 {
@@ -218,8 +136,8 @@ QString codes()
     for (const QString& table : manual::optionTables()) {
         const QList<QStringList> options = cMyTableModel(editor::optionTableFile(table)).getList();
         if (!done.contains(options)) {
-            const bool isMeasured = options.first().size() > cMyTableModel::Factor;
-            text += isMeasured ? measuredCodes(options) : plainCodes(options);
+            text += manual::areMeasured(options) ? manual::measuredCodes(options, users(options))
+                                                 : plainCodes(options);
             done.append(options);
         }
     }
