@@ -64,7 +64,6 @@ public:
     [[nodiscard]] bool ask(const QString& question);
 
 private:
-    [[nodiscard]] int nextCharacter() const;
     void print(std::FILE* stream, const QString& line);
     void printResult(const QByteArray& text);
     void endBar();
