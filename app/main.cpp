@@ -3,7 +3,7 @@
 
 #include "app/mainwindow.h"
 #include "app/startup.h"
-#include "image/filename.h"
+#include "image/arguments.h"
 
 #include <QApplication>
 #include <QTranslator>
@@ -16,8 +16,9 @@ int main(int argc, char* argv[])
     QTranslator translator;
     app::installCatalogue(translator);
     MainWindow window;
-    if (argc >= 2) {
-        window.openFileCmdLine(image::decodeFileName(argv[1]));
+    const QStringList arguments = image::decodedArguments(argc, argv);
+    if (arguments.size() >= 2) {
+        window.openFileCmdLine(arguments.at(1));
     }
     window.show();
     return QApplication::exec();

@@ -3,14 +3,12 @@
 
 #include "cli/console.h"
 
-#include "cli/interruption.h"
+#include "cli/system/interruption.h"
+#include "cli/system/streams.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -73,13 +71,6 @@ QByteArray printableJson(const QJsonObject& object)
         }
     }
     return shown.toUtf8();
-}
-
-/// How many characters a line of the terminal holds; 0 if it does not tell.
-int columnsOf(std::FILE* terminal)
-{
-    winsize size = {};
-    return ioctl(fileno(terminal), TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 } // namespace
@@ -172,7 +163,7 @@ cli::ExitStatus cMyConsole::tell(const cMyOutcome& outcome)
 
 void cMyConsole::progress(const QString& title, int done, int total)
 {
-    if (m_volume == Volume::Quiet || isatty(fileno(m_err)) == 0) {
+    if (m_volume == Volume::Quiet || !cli::isTerminal(m_err)) {
         return;
     }
     if (total <= 0) {
@@ -195,7 +186,7 @@ void cMyConsole::progress(const QString& title, int done, int total)
                              .arg(title, bar)
                              .arg(share, 3)
                              .arg(cli::timeLeft(m_barClock.elapsed(), done, total));
-    const int columns = columnsOf(m_err);
+    const int columns = cli::columnsOf(m_err);
     // A full line would let the cursor go on to the next, where it cannot be erased.
     const QString shown = cli::printable(line).left(columns > 0 ? columns - 1 : -1);
     std::fputs(eraseLine, m_err);
@@ -210,12 +201,12 @@ bool cMyConsole::ask(const QString& question)
     std::fflush(m_err);
     constexpr int longest = 100; // of an answer that may still mean yes
     QByteArray answer;
-    int character = nextCharacter();
+    int character = cli::nextCharacter(m_in);
     while (character != EOF && character != '\n') {
         if (answer.size() < longest) {
             answer.append(static_cast<char>(character));
         }
-        character = nextCharacter();
+        character = cli::nextCharacter(m_in);
     }
     if (character == EOF) {
         // Nobody ended the line of the question.
@@ -224,17 +215,6 @@ bool cMyConsole::ask(const QString& question)
     }
     const QByteArray word = answer.trimmed().toLower();
     return !cli::isInterrupted() && (word == "y" || word == "yes");
-}
-
-/// Of the input; EOF at its end and when the user wants to stop.
-int cMyConsole::nextCharacter() const
-{
-    // Read without a buffer, which would hide from the waiting that there is more.
-    const int input = fileno(m_in);
-    char character = '\0';
-    return cli::waitForInput(input) && read(input, &character, 1) == 1
-               ? static_cast<unsigned char>(character)
-               : EOF;
 }
 
 void cMyConsole::print(std::FILE* stream, const QString& line)

@@ -66,7 +66,6 @@ public:
     [[nodiscard]] bool ask(const QString& question);
 
 private:
-    [[nodiscard]] int nextCharacter() const;
     void print(std::FILE* stream, const QString& line);
     void printResult(const QByteArray& text);
     void endBar();

@@ -4,10 +4,11 @@
 #include "cli/devicesession.h"
 
 #include "cli/console.h"
-#include "cli/emulateddevice.h"
-#include "cli/interruption.h"
 #include "cli/invocation.h"
 #include "cli/portchoice.h"
+#include "cli/system/emulateddevice.h"
+#include "cli/system/interruption.h"
+#include "cli/system/portaccess.h"
 #include "device/protocol.h"
 #include "device/serialline.h"
 #include "emulator/trace.h"
@@ -16,9 +17,6 @@
 #include <QFileInfo>
 
 #include <chrono>
-
-#include <poll.h>
-#include <unistd.h>
 
 using cli::ExitStatus;
 
@@ -160,10 +158,10 @@ cMyOutcome cMyDeviceSession::openFailure(const QString& path) const
                 {QStringLiteral("%1: cannot be used as a serial port: %2")
                      .arg(m_name, m_port.errorString())}};
     }
-    const bool isAllowed = access(QFile::encodeName(path).constData(), R_OK | W_OK) == 0;
     return {ExitStatus::NotAllowed,
-            {isAllowed ? QStringLiteral("%1: the port is in use by another program").arg(m_name)
-                       : QStringLiteral("%1: you are not allowed to use the port").arg(m_name),
+            {cli::isPortAllowed(path)
+                 ? QStringLiteral("%1: the port is in use by another program").arg(m_name)
+                 : QStringLiteral("%1: you are not allowed to use the port").arg(m_name),
              QStringLiteral("\"miolkactl doctor\" says more, and what to do")}};
 }
 
@@ -214,7 +212,7 @@ cMyOutcome cMyDeviceSession::exchange(const QString& title, const QStringList& l
 cMyOutcome cMyDeviceSession::converse(const QString& place, const QString& line, Answers answers,
                                       QString& reply)
 {
-    const bool wasThere = isThere();
+    const bool wasThere = !cli::isHungUp(m_port);
     const bool isAnswered = ask(line, reply);
     const bool isSent = isAnswered || (wasThere && m_port.bytesToWrite() == 0);
     m_hasSent = m_hasSent || isSent;
@@ -227,12 +225,6 @@ bool cMyDeviceSession::ask(const QString& line, QString& reply)
     traceLine(line);
     m_answerEnd.setRemainingTime(longestAnswer);
     return m_channel.exchange(m_port, line, reply);
-}
-
-bool cMyDeviceSession::isThere() const
-{
-    pollfd port = {m_port.handle(), POLLOUT, 0};
-    return poll(&port, 1, 0) >= 0 && (port.revents & (POLLHUP | POLLERR)) == 0;
 }
 
 cMyLineChannel::Haste cMyDeviceSession::haste()

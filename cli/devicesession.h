@@ -90,7 +90,6 @@ private:
     [[nodiscard]] cMyOutcome nonsense(const Reply& reply);
     [[nodiscard]] cMyOutcome cancelled(const QString& place);
     [[nodiscard]] QString wayOut() const;
-    [[nodiscard]] bool isThere() const;
     [[nodiscard]] cMyLineChannel::Haste haste();
     void traceLine(const QString& line);
     void tellTraceFailure();

@@ -5,6 +5,7 @@
 
 #include "cli/bootloader.h"
 #include "cli/shellword.h"
+#include "cli/system/portaccess.h"
 #include "device/protocol.h"
 
 #include <QFile>
@@ -55,21 +56,27 @@ cMyRemedy ruleRemedy(const QString& purpose)
             QStringList{QStringLiteral("END"), QStringLiteral("sudo udevadm control --reload")}};
 }
 
-cMyFinding nothingAttached()
+cMyFinding nothingAttached(const cMySystemLook& system)
 {
-    const QString seen = QStringLiteral("lsusb -d %1:").arg(hexId(device::vendorId));
-    return {"none",
-            {},
-            QStringLiteral("no device is seen on USB"),
-            {{QStringLiteral("Plug the device in; it comes on by itself"), {}},
-             {QStringLiteral("Try another cable: one that is only for charging has no wires for "
-                             "data. Try another socket, and none of a hub"),
-              {}},
-             {QStringLiteral("Look for a line with \"ID %1:%2\" in what USB shows; while there is "
-                             "none, the computer does not see the device")
-                  .arg(hexId(device::vendorId), hexId(device::productId)),
-              {seen}}},
-            ExitStatus::NoDevice};
+    cMyFinding finding = {
+        "none",
+        {},
+        system.isBlind() ? QStringLiteral("no serial port of a device is found")
+                         : QStringLiteral("no device is seen on USB"),
+        {{QStringLiteral("Plug the device in; it comes on by itself"), {}},
+         {QStringLiteral("Try another cable: one that is only for charging has no wires for "
+                         "data. Try another socket, and none of a hub"),
+          {}}},
+        ExitStatus::NoDevice};
+    const QString listing = system.usbListing(device::vendorId);
+    if (!listing.isEmpty()) {
+        finding.remedies.append(
+            {QStringLiteral("Look for a line with \"ID %1:%2\" in what USB shows; while there is "
+                            "none, the computer does not see the device")
+                 .arg(hexId(device::vendorId), hexId(device::productId)),
+             {listing}});
+    }
+    return finding;
 }
 
 cMyFinding withoutPort(const cMyUsbDevice& usb, const cMySystemLook& system)
@@ -201,13 +208,21 @@ cMyFinding busy(const QString& path, const cMyExamination& examination, const QS
     if (!locks.isEmpty()) {
         return locked(path, locks);
     }
-    return {"busy",
-            path,
-            QStringLiteral("the port cannot be opened (%1); a program of another user may have it")
-                .arg(reason),
-            {{QStringLiteral("Find the program"),
-              {QStringLiteral("sudo fuser -v %1").arg(cli::shellWord(path))}}},
-            ExitStatus::NotAllowed};
+    cMyFinding finding = {
+        "busy",
+        path,
+        QStringLiteral("the port cannot be opened (%1); a program of another user may have it")
+            .arg(reason),
+        {},
+        ExitStatus::NotAllowed};
+    const QString listing = examination.system.holderListing(path);
+    if (listing.isEmpty()) {
+        finding.remedies.append({QStringLiteral("Close what may use the port, then look again"),
+                                 {QStringLiteral("miolkactl doctor")}});
+    } else {
+        finding.remedies.append({QStringLiteral("Find the program"), {listing}});
+    }
+    return finding;
 }
 
 /// That it can be opened does not mean that nobody else has it: few programs ask for it alone, and
@@ -270,6 +285,17 @@ cMyFinding modemFinding(const QString& path)
             {ruleRemedy(QStringLiteral("To keep it away"))}};
 }
 
+/// So that nobody takes what is not told here for looked at and well.
+cMyFinding unseen()
+{
+    return {"unseen",
+            {},
+            QStringLiteral("only serial ports could be looked at: on this system, miolkactl cannot "
+                           "see what is on USB without a port, who may use a port, and which "
+                           "programs have it"),
+            {}};
+}
+
 cMyFinding severalDevices(const QStringList& paths)
 {
     return {"several",
@@ -283,8 +309,8 @@ cMyFinding severalDevices(const QStringList& paths)
 
 QString chosenPath(const QString& chosen)
 {
-    return chosen.contains(QLatin1Char('/')) ? QFileInfo(chosen).absoluteFilePath()
-                                             : QStringLiteral("/dev/") + chosen;
+    const QString path = cli::portPath(chosen);
+    return path == chosen ? QFileInfo(chosen).absoluteFilePath() : path;
 }
 
 /// A port may be named by a link to it, too.
@@ -349,7 +375,10 @@ QVector<cMyFinding> diagnose(const cMyExamination& examination)
     }
     findings += findingsBeyondPorts(examination);
     if (findings.isEmpty()) {
-        findings.append(nothingAttached());
+        findings.append(nothingAttached(examination.system));
+    }
+    if (examination.system.isBlind()) {
+        findings.append(unseen());
     }
     return findings;
 }

@@ -4,11 +4,11 @@
 #ifndef MIOLKA_CLI_DIAGNOSIS_H
 #define MIOLKA_CLI_DIAGNOSIS_H
 
-#include "cli/currentuser.h"
 #include "cli/outcome.h"
 #include "cli/portprobe.h"
 #include "cli/portsearch.h"
-#include "cli/systemlook.h"
+#include "cli/system/currentuser.h"
+#include "cli/system/systemlook.h"
 
 #include <functional>
 

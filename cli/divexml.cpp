@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "cli/divelog.h"
-#include "cli/interruption.h"
+#include "cli/system/interruption.h"
 #include "cli/xmlmarkup.h"
 
 #include <QRegularExpression>

@@ -5,8 +5,8 @@
 #include "cli/console.h"
 #include "cli/devicesession.h"
 #include "cli/diagnosis.h"
-#include "cli/interruption.h"
 #include "cli/invocation.h"
+#include "cli/system/interruption.h"
 #include "device/protocol.h"
 
 #include <QJsonArray>

@@ -3,30 +3,15 @@
 
 #include "cli/commandtable.h"
 #include "cli/console.h"
-#include "cli/interruption.h"
 #include "cli/invocation.h"
-#include "image/filename.h"
+#include "cli/system/interruption.h"
+#include "cli/system/streams.h"
+#include "image/arguments.h"
 
 #include <QCoreApplication>
 #include <QTextCodec>
 
-#include <csignal>
-
-#include <fcntl.h>
-#include <unistd.h>
-
 namespace {
-
-/// Arguments that are not valid UTF-8 come as text that no file name can hold, by which they are
-/// recognised and refused.
-QStringList decodedArguments(int argc, char* argv[])
-{
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i) {
-        arguments.append(image::decodeFileName(argv[i]));
-    }
-    return arguments;
-}
 
 cli::ExitStatus run(const cMyInvocation& invocation, cMyConsole& console)
 {
@@ -67,30 +52,17 @@ cli::ExitStatus answer(const cMyCommandLine& line, cMyConsole& console)
     return cli::ExitStatus::Usage;
 }
 
-/// Where a standard stream is closed, the next file that is opened would take its place and get
-/// what is printed. What stands there instead fails as the closed stream would.
-void holdClosedStreams()
-{
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        if (fcntl(stream, F_GETFD) < 0) {
-            open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
-        }
-    }
-}
-
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    holdClosedStreams();
-    // A reader that went away is a failed write, no reason to leave a device in the middle.
-    std::signal(SIGPIPE, SIG_IGN);
+    cli::prepareStreams();
     cli::catchInterruptions();
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("miolkactl"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MIOLKA_VERSION));
-    const cMyCommandLine line = cli::parseCommandLine(decodedArguments(argc, argv));
+    const cMyCommandLine line = cli::parseCommandLine(image::decodedArguments(argc, argv));
     cMyConsole console;
     cli::ExitStatus status = answer(line, console);
     if (console.hasFailed()) {

@@ -5,8 +5,7 @@
 
 #include "cli/bootloader.h"
 #include "cli/invocation.h"
-
-#include <QFileInfo>
+#include "cli/system/portaccess.h"
 
 #include <algorithm>
 #include <iterator>
@@ -29,21 +28,19 @@ cMyOutcome bootLoader(const QString& name)
 
 cMyOutcome chooseNamed(const QString& name, cMyFoundPort& port)
 {
-    const QString path = name.contains(QLatin1Char('/')) ? name : QStringLiteral("/dev/") + name;
-    const QFileInfo node(path);
-    if (name.isEmpty() || !node.exists()) {
+    const QString path = cli::portPath(name);
+    if (name.isEmpty() || !cli::isPortThere(path)) {
         return noDevice(QStringLiteral("there is no port \"%1\"").arg(name),
                         QStringLiteral("\"miolkactl ports\" lists the devices attached"));
     }
     const QVector<cMyFoundPort> found = cli::findPorts();
-    const QString target = node.isSymLink() ? node.symLinkTarget() : path;
+    const QString target = cli::linkedPort(path);
     const auto* known = std::find_if(found.cbegin(), found.cend(),
                                      [&](const cMyFoundPort& each) { return each.path == target; });
     if (known != found.cend()) {
         port = *known;
     } else {
-        port.name =
-            path.startsWith(QLatin1String("/dev/")) ? path.mid(QString("/dev/").size()) : path;
+        port.name = cli::portName(path);
         port.path = path;
     }
     return port.isBootLoader ? bootLoader(port.name) : cMyOutcome();

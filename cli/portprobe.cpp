@@ -3,9 +3,9 @@
 
 #include "cli/portprobe.h"
 
+#include "cli/system/portaccess.h"
 #include "device/serialline.h"
 
-#include <QFileInfo>
 #include <QSerialPort>
 
 namespace {
@@ -18,8 +18,7 @@ Access accessAfter(QSerialPort::SerialPortError error, const QString& path)
         return Access::Faulty;
     }
     // The same error stands for a lock of another program.
-    const QFileInfo node(path);
-    return node.isReadable() && node.isWritable() ? Access::Busy : Access::Forbidden;
+    return cli::isPortAllowed(path) ? Access::Busy : Access::Forbidden;
 }
 
 } // namespace

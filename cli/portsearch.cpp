@@ -3,7 +3,7 @@
 
 #include "cli/portsearch.h"
 
-#include "cli/systemlook.h"
+#include "cli/system/systemlook.h"
 #include "device/protocol.h"
 
 #include <QSerialPortInfo>

@@ -6,11 +6,11 @@
 #include "cli/console.h"
 #include "cli/divelog.h"
 #include "cli/diveplot.h"
-#include "cli/interruption.h"
 #include "cli/invocation.h"
 #include "cli/picturefile.h"
 #include "cli/rehearsal.h"
 #include "cli/settingsource.h"
+#include "cli/system/interruption.h"
 #include "editor/fieldcodec.h"
 #include "image/memoryarea.h"
 

@@ -6,9 +6,9 @@
 #include "cli/confirmation.h"
 #include "cli/console.h"
 #include "cli/devicesession.h"
-#include "cli/interruption.h"
 #include "cli/invocation.h"
 #include "cli/shellword.h"
+#include "cli/system/interruption.h"
 #include "cli/wayback.h"
 
 using cli::ExitStatus;

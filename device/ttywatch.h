@@ -4,13 +4,9 @@
 #ifndef MIOLKA_DEVICE_TTYWATCH_H
 #define MIOLKA_DEVICE_TTYWATCH_H
 
-#include <QDeadlineTimer>
+#include "device/ttylist.h"
 
-#include <cstdint>
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
+#include <QDeadlineTimer>
 
 /// Tells when it is worth asking the system for its serial ports, which costs some milliseconds.
 /// Where the system keeps a cheap list of its ports (Linux), that is when the list has changed, for
@@ -19,17 +15,13 @@
 class cMyTtyWatch
 {
 public:
-    /// A port in that list: its name, and the number of the list's entry, which is another one when
-    /// a port goes and comes back between two looks.
-    using Entry = std::pair<std::string, std::uint64_t>;
-
     cMyTtyWatch();
 
     /// To be asked whenever the ports could be looked at; true the first time.
     bool isWorthLooking();
 
 private:
-    std::optional<std::vector<Entry>> m_entries;
+    std::optional<std::vector<device::TtyEntry>> m_entries;
     QDeadlineTimer m_restless; ///< until then the last change may not be complete
     QDeadlineTimer m_nextLook;
 };

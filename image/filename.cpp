@@ -13,8 +13,9 @@ namespace fs = std::filesystem;
 
 constexpr QChar loneSurrogate = QChar(0xDC80);
 
-/// Takes and gives names as bytes. Qt's own paths turn what is not valid UTF-8 into replacement
-/// characters, and clean ".." out of a link's target before the links on its way are followed.
+/// Takes and gives names as bytes, with slashes between them. Qt's own paths turn what is not valid
+/// UTF-8 into replacement characters, and clean ".." out of a link's target before the links on its
+/// way are followed.
 fs::path toNative(const QString& path)
 {
     return fs::u8path(path.toStdString());
@@ -22,7 +23,7 @@ fs::path toNative(const QString& path)
 
 QString fromNative(const fs::path& path)
 {
-    return image::decodeFileName(QByteArray::fromStdString(path.u8string()));
+    return image::decodeFileName(QByteArray::fromStdString(path.generic_u8string()));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "image/storedfile.h"
 
+#include "image/disksync.h"
 #include "image/filename.h"
 
 #include <QFile>
@@ -10,11 +11,6 @@
 #include <QSaveFile>
 
 #include <algorithm>
-#include <cerrno>
-
-#ifdef Q_OS_UNIX
-#include <unistd.h>
-#endif
 
 namespace {
 
@@ -74,19 +70,7 @@ namespace image {
 
 bool syncFile(QFileDevice& file)
 {
-    if (!file.flush() || file.error() != QFileDevice::NoError) {
-        return false;
-    }
-#ifdef Q_OS_UNIX
-    int result = -1;
-    do {
-        result = fsync(file.handle());
-    } while (result != 0 && errno == EINTR);
-    // A file system that does not know the call has no better answer.
-    return result == 0 || errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
-#else
-    return true;
-#endif
+    return file.flush() && file.error() == QFileDevice::NoError && syncDescriptor(file.handle());
 }
 
 bool storeFile(const QString& path, const QByteArray& bytes)

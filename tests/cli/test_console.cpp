@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "cli/console.h"
-#include "cli/interruption.h"
+#include "cli/system/interruption.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

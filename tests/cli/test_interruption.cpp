@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "cli/interruption.h"
+#include "cli/system/interruption.h"
 
 #include <QtTest>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "cli/portsearch.h"
-#include "cli/systemlook.h"
+#include "cli/system/systemlook.h"
 #include "device/protocol.h"
 #include "tests/cli/systemtree.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "cli/systemlook.h"
+#include "cli/system/systemlook.h"
 #include "tests/cli/systemtree.h"
 
 #include <QtTest>

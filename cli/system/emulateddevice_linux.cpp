@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "cli/emulateddevice.h"
+#include "cli/system/emulateddevice.h"
 
 #include "emulator/virtualdevice.h"
 #include "emulator/virtualport.h"

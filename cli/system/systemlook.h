@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef MIOLKA_CLI_SYSTEMLOOK_H
-#define MIOLKA_CLI_SYSTEMLOOK_H
+#ifndef MIOLKA_CLI_SYSTEM_SYSTEMLOOK_H
+#define MIOLKA_CLI_SYSTEM_SYSTEMLOOK_H
 
 #include <QStringList>
 #include <QVector>
@@ -35,12 +35,16 @@ struct cMyProcess
 };
 
 /// What the system tells in its files (/sys, /proc, /dev, /run) of devices, ports and who uses
-/// them. Each call looks anew. Where a system has no such files (all but Linux), nothing is found.
+/// them. Each call looks anew. Where a system has no such files (all but Linux), nothing is found,
+/// and isBlind() tells.
 class cMySystemLook
 {
 public:
     /// The directory that the files are below; another one than the root is for tests.
     explicit cMySystemLook(QString root = QStringLiteral("/"));
+
+    /// Whether there is nothing to look at, so that nothing found means nothing.
+    [[nodiscard]] bool isBlind() const;
 
     /// Devices and boot loaders of ours, in the order of their names.
     [[nodiscard]] QVector<cMyUsbDevice> usbDevices() const;
@@ -70,6 +74,12 @@ public:
 
     /// Whether programs that look for modems were told to leave the port, or its USB device, alone.
     [[nodiscard]] bool isHiddenFromModems(const QString& portName) const;
+
+    /// What a user types to see the USB devices of that vendor; empty if not known.
+    [[nodiscard]] QString usbListing(quint16 vendor) const;
+
+    /// What a user types to see who has the port; empty if not known.
+    [[nodiscard]] QString holderListing(const QString& portPath) const;
 
 private:
     [[nodiscard]] QString path(const QString& absolute) const;

@@ -1,9 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "cli/currentuser.h"
-
-#ifdef Q_OS_LINUX
+#include "cli/system/currentuser.h"
 
 #include <vector>
 
@@ -58,16 +56,3 @@ cMyUser currentUser()
 }
 
 } // namespace cli
-
-#else
-
-namespace cli {
-
-cMyUser currentUser()
-{
-    return {};
-}
-
-} // namespace cli
-
-#endif

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef MIOLKA_CLI_EMULATEDDEVICE_H
-#define MIOLKA_CLI_EMULATEDDEVICE_H
+#ifndef MIOLKA_CLI_SYSTEM_EMULATEDDEVICE_H
+#define MIOLKA_CLI_SYSTEM_EMULATEDDEVICE_H
 
 #include <QString>
 #include <QThread>

@@ -1,12 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "cli/interruption.h"
+#include "cli/system/interruption.h"
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 
-#include <poll.h>
+#include <sys/select.h>
 
 namespace {
 
@@ -51,6 +52,9 @@ bool isInterrupted()
 
 bool waitForInput(int descriptor)
 {
+    if (descriptor < 0 || descriptor >= FD_SETSIZE) {
+        return !isInterrupted();
+    }
     // Held back from the look to the wait: in between a signal would be noticed, but end no wait.
     sigset_t held;
     sigset_t before;
@@ -59,10 +63,14 @@ bool waitForInput(int descriptor)
         sigaddset(&held, number);
     }
     pthread_sigmask(SIG_BLOCK, &held, &before);
-    pollfd input = {descriptor, POLLIN, 0};
     bool isReady = false;
     while (!isReady && !isInterrupted()) {
-        isReady = ppoll(&input, 1, nullptr, &before) > 0;
+        fd_set inputs;
+        FD_ZERO(&inputs);
+        FD_SET(descriptor, &inputs);
+        const int count = pselect(descriptor + 1, &inputs, nullptr, nullptr, nullptr, &before);
+        // What cannot be waited for is for the reading to find out.
+        isReady = count > 0 || (count < 0 && errno != EINTR);
     }
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     return isReady && !isInterrupted();

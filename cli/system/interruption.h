@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef MIOLKA_CLI_INTERRUPTION_H
-#define MIOLKA_CLI_INTERRUPTION_H
+#ifndef MIOLKA_CLI_SYSTEM_INTERRUPTION_H
+#define MIOLKA_CLI_SYSTEM_INTERRUPTION_H
 
 /// Ctrl-C, a polite kill, and a terminal that is closed. The first asks whatever runs to stop in an
 /// orderly way; a second ends the program at once.
@@ -16,7 +16,8 @@ void catchInterruptions();
 [[nodiscard]] bool isInterrupted();
 
 /// Waits until the file descriptor has something to read or has ended; false if the user wants to
-/// stop, at whichever moment that becomes known.
+/// stop, at whichever moment that becomes known. Where the system ends the reading itself when the
+/// user wants to stop (Windows), nothing is waited for.
 [[nodiscard]] bool waitForInput(int descriptor);
 
 } // namespace cli

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef MIOLKA_CLI_CURRENTUSER_H
-#define MIOLKA_CLI_CURRENTUSER_H
+#ifndef MIOLKA_CLI_SYSTEM_CURRENTUSER_H
+#define MIOLKA_CLI_SYSTEM_CURRENTUSER_H
 
 #include <QStringList>
 
@@ -11,7 +11,7 @@ struct cMyUser
 {
     QString name;
     QStringList groups;       ///< that this login has
-    QStringList futureGroups; ///< that the user's next login gets
+    QStringList futureGroups; ///< that the next login gets; empty if not known
 };
 
 namespace cli {

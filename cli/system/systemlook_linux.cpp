@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "cli/systemlook.h"
+#include "cli/system/systemlook.h"
 
+#include "cli/shellword.h"
 #include "device/protocol.h"
 
 #include <QCoreApplication>
@@ -123,6 +124,11 @@ QString cMySystemLook::path(const QString& absolute) const
     return QDir::cleanPath(m_root + absolute);
 }
 
+bool cMySystemLook::isBlind() const
+{
+    return false;
+}
+
 QVector<cMyUsbDevice> cMySystemLook::usbDevices() const
 {
     QVector<cMyUsbDevice> found;
@@ -209,6 +215,18 @@ bool cMySystemLook::isHiddenFromModems(const QString& portName) const
         return usb.portName == portName &&
                isMarked(path(QStringLiteral("/sys/bus/usb/devices/%1/dev").arg(usb.name)));
     });
+}
+
+QString cMySystemLook::usbListing(quint16 vendor) const
+{
+    constexpr int digits = 4;
+    constexpr int base = 16;
+    return QStringLiteral("lsusb -d %1:").arg(vendor, digits, base, QLatin1Char('0'));
+}
+
+QString cMySystemLook::holderListing(const QString& portPath) const
+{
+    return QStringLiteral("sudo fuser -v %1").arg(cli::shellWord(portPath));
 }
 
 QString cMySystemLook::nameOf(qint64 process) const
