@@ -6,9 +6,9 @@
 #include "cli/interruption.h"
 #include "cli/invocation.h"
 #include "image/filename.h"
+#include "image/utf8names.h"
 
 #include <QCoreApplication>
-#include <QTextCodec>
 
 #include <csignal>
 
@@ -86,7 +86,7 @@ int main(int argc, char* argv[])
     // A reader that went away is a failed write, no reason to leave a device in the middle.
     std::signal(SIGPIPE, SIG_IGN);
     cli::catchInterruptions();
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    image::useUtf8Names();
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("miolkactl"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MIOLKA_VERSION));

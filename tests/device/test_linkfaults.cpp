@@ -163,7 +163,7 @@ void TestLinkFaults::noticesAreNoAnswers()
 void TestLinkFaults::answersCutAnywhere()
 {
     const QStringList records = settingsRecords().mid(0, 2);
-    const int longest = records.first().size() + 2;
+    const int longest = static_cast<int>(records.first().size()) + 2;
     for (int cut = 1; cut < longest; ++cut) {
         m_records->clear();
         m_progress->clear();

@@ -35,7 +35,7 @@ termios Peer::settings() const
 
 void Peer::fallSilentAt(int count)
 {
-    const int last = m_lines.size() + count;
+    const auto last = m_lines.size() + count;
     setAnswer([this, last](const QByteArray& line) {
         return m_lines.size() >= last ? QByteArray() : line + "\r\n";
     });
