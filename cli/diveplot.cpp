@@ -123,7 +123,8 @@ QByteArray Plot::draw(const QString& title, const QString& subtitle)
     constexpr int subtitleSize = 13;
     constexpr double axisHeight = 52;
     const QString width = number(plotLeft + plotWidth + m_margin);
-    const QString height = number(bottom() + axisHeight + noteHeight * static_cast<int>(notes().size()));
+    const QString height =
+        number(bottom() + axisHeight + noteHeight * static_cast<int>(notes().size()));
     m_out.setAutoFormatting(true);
     m_out.writeStartDocument();
     m_out.writeStartElement(QStringLiteral("svg"));

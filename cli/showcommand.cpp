@@ -33,7 +33,8 @@ public:
             width = std::max(width, row.first.size());
         }
         for (const auto& row : m_rows) {
-            const QString line = row.first.leftJustified(static_cast<int>(width)) + QStringLiteral("  ") + row.second;
+            const QString line = row.first.leftJustified(static_cast<int>(width)) +
+                                 QStringLiteral("  ") + row.second;
             console.result(row.second.isEmpty() ? row.first : line);
         }
     }

@@ -29,7 +29,8 @@ enum RunKind : quint8 { Mixed = 0, Equal = 1 };
 bool isUniform(const QByteArray& bytes, int start)
 {
     const auto first = std::next(bytes.cbegin(), start);
-    const auto last = std::next(bytes.cbegin(), std::min(start + pageSize, static_cast<int>(bytes.size())));
+    const auto last =
+        std::next(bytes.cbegin(), std::min(start + pageSize, static_cast<int>(bytes.size())));
     return std::all_of(first, last, [first](char byte) { return byte == *first; });
 }
 

@@ -26,6 +26,9 @@ inline void useUtf8Names()
 #else
     // Qt does it by itself, but says so where users read what their files and devices have.
     static QtMessageHandler handle = nullptr;
+    if (handle != nullptr) {
+        return;
+    }
     handle = qInstallMessageHandler(
         [](QtMsgType type, const QMessageLogContext& context, const QString& text) {
             if (!text.startsWith(QLatin1String("Detected locale "))) {

@@ -75,7 +75,7 @@ void Peer::receive()
         if (m_terminal.isOpen()) {
             send(m_answer(text));
         }
-        emit lineTaken(m_lines.size());
+        emit lineTaken(static_cast<int>(m_lines.size()));
     }
 }
 
