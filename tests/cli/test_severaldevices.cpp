@@ -32,9 +32,10 @@ private slots:
 
 private:
     ToolResult runWith(const QStringList& emulator, const QStringList& arguments);
-    [[nodiscard]] QStringList::size_type backups() const
+    [[nodiscard]] int backups() const
     {
-        return QDir(m_directory.filePath("MIOLKAsoft/backups")).entryList(QDir::Files).size();
+        const QDir backups(m_directory.filePath("MIOLKAsoft/backups"));
+        return static_cast<int>(backups.entryList(QDir::Files).size());
     }
 
     QTemporaryDir m_directory;
