@@ -34,8 +34,8 @@ private:
     ToolResult runWith(const QStringList& emulator, const QStringList& arguments);
     [[nodiscard]] int backups() const
     {
-        const QDir backups(m_directory.filePath("MIOLKAsoft/backups"));
-        return static_cast<int>(backups.entryList(QDir::Files).size());
+        const QDir kept(m_directory.filePath("MIOLKAsoft/backups"));
+        return static_cast<int>(kept.entryList(QDir::Files).size());
     }
 
     QTemporaryDir m_directory;

@@ -314,7 +314,7 @@ void TestLinkFaults::theEndOfTheProgram()
     m_peer->fallSilentAt(20);
     write(settingsRecords());
     QTRY_COMPARE(m_progress->count(), 19);
-    const int count = m_progress->count();
+    const auto count = m_progress->count();
     m_link->end();
     QVERIFY(isPortFree());
     QTRY_COMPARE(m_peer->lines().last(), QStringLiteral("#ROOT"));
