@@ -3,27 +3,42 @@
 
 #include "app/startup.h"
 
+#include "image/utf8names.h"
+
 #include <QApplication>
 #include <QIcon>
-#include <QTextCodec>
+#include <QMetaEnum>
 #include <QTranslator>
+
+namespace {
+
+/// By its name: where it is always set, using it is deprecated.
+Qt::ApplicationAttribute attribute(const char* name)
+{
+    const QMetaEnum attributes = QMetaEnum::fromType<Qt::ApplicationAttribute>();
+    return static_cast<Qt::ApplicationAttribute>(attributes.keyToValue(name));
+}
+
+} // namespace
 
 namespace app {
 
 void prepare()
 {
-    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QCoreApplication::setAttribute(attribute("AA_EnableHighDpiScaling"));
+    QCoreApplication::setAttribute(attribute("AA_UseHighDpiPixmaps"));
+    // Factors between whole numbers leave gaps between what stands side by side.
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::Round);
 #ifdef Q_OS_UNIX
-    // In the C locale every letter outside ASCII would become a question mark in the file name
-    // that is opened or, worse, written.
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    image::useUtf8Names();
 #endif
 }
 
 void installCatalogue(QTranslator& translator)
 {
-    translator.load(QStringLiteral(":/language/english.qm"));
+    // Without a catalogue the texts stay as they are in the sources.
+    static_cast<void>(translator.load(QStringLiteral(":/language/english.qm")));
     QCoreApplication::installTranslator(&translator);
 }
 

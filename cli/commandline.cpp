@@ -157,7 +157,7 @@ cMyCommandLine parseCommandLine(const QStringList& arguments)
         return failure(parser.errorText());
     }
     const cMyInvocation invocation = invocationOf(parser, *command);
-    QString error = operandError(*command, invocation.operands.size());
+    QString error = operandError(*command, static_cast<int>(invocation.operands.size()));
     if (error.isEmpty()) {
         error = valueError(invocation);
     }

@@ -168,11 +168,12 @@ const QVector<cMyCommand>& commands()
 
 const cMyCommand* findCommand(const QString& name)
 {
-    const auto& table = commands();
-    const auto* found = std::find_if(table.cbegin(), table.cend(), [&](const cMyCommand& command) {
-        return name == QLatin1String(command.name);
-    });
-    return found == table.cend() ? nullptr : found;
+    for (const cMyCommand& command : commands()) {
+        if (name == QLatin1String(command.name)) {
+            return &command;
+        }
+    }
+    return nullptr;
 }
 
 const QVector<cMyOption>& commonOptions()

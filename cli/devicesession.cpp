@@ -184,7 +184,7 @@ void cMyDeviceSession::beMorePatient()
 cMyOutcome cMyDeviceSession::exchange(const QString& title, const QStringList& lines,
                                       Answers answers, QStringList* replies)
 {
-    const int total = lines.size();
+    const int total = static_cast<int>(lines.size());
     m_hasSent = false;
     m_firstWritten.reset();
     cMyOutcome outcome;

@@ -137,7 +137,7 @@ cMyFinding forbidden(const QString& path, const cMyExamination& examination, con
         return finding;
     }
     finding.text += QStringLiteral(": %1").arg(rightsText(*node, examination.user));
-    const bool isGroupOfUse = node->mode.midRef(3, 2) == QLatin1String("rw");
+    const bool isGroupOfUse = node->mode.mid(3, 2) == QLatin1String("rw");
     if (isGroupOfUse && !examination.user.groups.contains(node->group)) {
         if (examination.user.futureGroups.contains(node->group)) {
             finding.remedies.append({QStringLiteral("Log out and in again"), {}});
@@ -388,7 +388,7 @@ ExitStatus statusOf(const QVector<cMyFinding>& findings)
     const bool isAnyWell =
         std::any_of(findings.cbegin(), findings.cend(),
                     [](const cMyFinding& finding) { return qstrcmp(finding.kind, "well") == 0; });
-    const auto* const bad =
+    const QVector<cMyFinding>::const_iterator bad =
         std::find_if(findings.cbegin(), findings.cend(), [&](const cMyFinding& finding) {
             // A device that is not ready hinders nobody who has another.
             return finding.status != ExitStatus::Done &&

@@ -123,7 +123,8 @@ QByteArray Plot::draw(const QString& title, const QString& subtitle)
     constexpr int subtitleSize = 13;
     constexpr double axisHeight = 52;
     const QString width = number(plotLeft + plotWidth + m_margin);
-    const QString height = number(bottom() + axisHeight + noteHeight * notes().size());
+    const QString height =
+        number(bottom() + axisHeight + noteHeight * static_cast<int>(notes().size()));
     m_out.setAutoFormatting(true);
     m_out.writeStartDocument();
     m_out.writeStartElement(QStringLiteral("svg"));
@@ -269,8 +270,8 @@ void Plot::drawDots(const QVector<QPointF>& places, const char* radius, const ch
 
 QStringList Plot::notes() const
 {
-    const int count = m_rehearsal.messages().size();
-    const int left = count - m_labels.size();
+    const auto count = m_rehearsal.messages().size();
+    const auto left = count - m_labels.size();
     QStringList lines;
     if (count == 0) {
         lines.append(QStringLiteral("The device says nothing on this dive."));

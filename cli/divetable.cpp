@@ -37,12 +37,12 @@ QByteArrayList cellsOf(const QByteArray& line, char separator)
 }
 
 /// Where a line ends: at a line feed or, as on old systems, a carriage return.
-int lineEnd(const QByteArray& contents, int from)
+QByteArray::size_type lineEnd(const QByteArray& contents, QByteArray::size_type from)
 {
     const auto end = std::find_if(contents.cbegin() + from, contents.cend(), [](char character) {
         return character == '\n' || character == '\r';
     });
-    return static_cast<int>(end - contents.cbegin());
+    return static_cast<QByteArray::size_type>(end - contents.cbegin());
 }
 
 bool isNumber(const QByteArray& cell, char separator, double& number)
@@ -103,9 +103,9 @@ cMyOutcome parseDiveTable(const QByteArray& contents, const QString& file, cMyDi
     };
     int number = 0;
     bool isFirst = true;
-    for (int from = contents.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
-         from < contents.size();) {
-        const int end = lineEnd(contents, from);
+    auto from = contents.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
+    while (from < contents.size()) {
+        const auto end = lineEnd(contents, from);
         QByteArray line = contents.mid(from, end - from);
         from = end + (contents.mid(end, 2) == "\r\n" ? 2 : 1);
         ++number;

@@ -40,7 +40,7 @@ QString unescaped(const QString& text)
 {
     QString plain;
     for (int i = 0; i < text.size(); ++i) {
-        const QStringRef pair = text.midRef(i, 2);
+        const QString pair = text.mid(i, 2);
         if (pair == QLatin1String("\\n")) {
             plain += lineBreak;
             ++i;

@@ -32,7 +32,8 @@ double unlikeness(const QString& word, const QString& candidate)
 {
     const QString from = word.toLower();
     const QString to = candidate.toLower();
-    const double share = double(distance(from, to)) / std::max({from.size(), to.size(), 1});
+    const auto longest = std::max<QString::size_type>({from.size(), to.size(), 1});
+    const double share = double(distance(from, to)) / double(longest);
     return to.contains(from) ? share / 2 : share;
 }
 
@@ -55,7 +56,7 @@ namespace cli {
 
 cMyOutcome findFields(const QString& name, QVector<cMySettingsField>& fields)
 {
-    const int before = fields.size();
+    const auto before = fields.size();
     for (const cMySettingsField& field : editor::settingsFields()) {
         if (field.name == name ||
             (editor::isRuleMember(field) && field.name.section(QLatin1Char('.'), 0, 0) == name)) {

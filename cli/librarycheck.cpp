@@ -163,7 +163,7 @@ cMyOutcome checkLibrary(const QString& path, cMyCheckedLibrary& library)
     }
     if (library.lines.constLast().toLatin1() != image::endOfFileRecord.data()) {
         return fault(
-            path, library.lines.size() - 1,
+            path, static_cast<int>(library.lines.size()) - 1,
             QStringLiteral("the file ends here, without the end record :00000001FF: a part "
                            "of it may be missing"));
     }

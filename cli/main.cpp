@@ -7,9 +7,9 @@
 #include "cli/system/interruption.h"
 #include "cli/system/streams.h"
 #include "image/arguments.h"
+#include "image/utf8names.h"
 
 #include <QCoreApplication>
-#include <QTextCodec>
 
 namespace {
 
@@ -58,7 +58,7 @@ int main(int argc, char* argv[])
 {
     cli::prepareStreams();
     cli::catchInterruptions();
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    image::useUtf8Names();
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("miolkactl"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MIOLKA_VERSION));

@@ -56,9 +56,9 @@ QVector<cMySpokenMessage> thinned(const QVector<cMySpokenMessage>& messages, int
 int stack(QVector<cMyPlotLabel>& labels)
 {
     int lanes = 0;
-    for (int i = labels.size() - 1; i >= 0; --i) {
+    for (auto i = labels.size() - 1; i >= 0; --i) {
         cMyPlotLabel& label = labels[i];
-        for (int j = i + 1; j < labels.size() && labels.at(j).x < label.x + label.width; ++j) {
+        for (auto j = i + 1; j < labels.size() && labels.at(j).x < label.x + label.width; ++j) {
             label.lane = std::max(label.lane, labels.at(j).lane + 1);
         }
         lanes = std::max(lanes, label.lane + 1);

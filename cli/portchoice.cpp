@@ -35,8 +35,9 @@ cMyOutcome chooseNamed(const QString& name, cMyFoundPort& port)
     }
     const QVector<cMyFoundPort> found = cli::findPorts();
     const QString target = cli::linkedPort(path);
-    const auto* known = std::find_if(found.cbegin(), found.cend(),
-                                     [&](const cMyFoundPort& each) { return each.path == target; });
+    const QVector<cMyFoundPort>::const_iterator known =
+        std::find_if(found.cbegin(), found.cend(),
+                     [&](const cMyFoundPort& each) { return each.path == target; });
     if (known != found.cend()) {
         port = *known;
     } else {

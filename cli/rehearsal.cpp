@@ -123,7 +123,7 @@ void cMyRehearsal::keep(const QVector<cMySpokenMessage>& messages)
     for (const cMySpokenMessage& message : messages) {
         m_silentRules.removeOne(message.rule);
     }
-    const int kept = std::min(messages.size(), mostMessages - m_messages.size());
+    const auto kept = std::min(messages.size(), mostMessages - m_messages.size());
     m_messages += messages.mid(0, kept);
     m_leftOut += messages.size() - kept;
 }

@@ -130,7 +130,7 @@ void tellLeftOut(const cMyRehearsal& rehearsal, cMyConsole& console)
 
 void tellEnd(const cMyRehearsal& rehearsal, cMyConsole& console)
 {
-    const int count = rehearsal.messages().size();
+    const int count = static_cast<int>(rehearsal.messages().size());
     int hasty = 0;
     for (int i = 0; i < count; ++i) {
         hasty += rehearsal.isHasty(i) ? 1 : 0;

@@ -49,7 +49,7 @@ bool isAssigned(const QVector<Assignment>& assignments, const QString& name)
 
 cMyOutcome parseAssignment(const QString& operand, QVector<Assignment>& assignments)
 {
-    const int sign = operand.indexOf(QLatin1Char('='));
+    const auto sign = operand.indexOf(QLatin1Char('='));
     if (sign < 0) {
         return usage(QStringLiteral("\"%1\" is no FIELD=VALUE").arg(operand));
     }

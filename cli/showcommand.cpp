@@ -28,12 +28,13 @@ public:
 
     void tell(cMyConsole& console) const
     {
-        int width = 0;
+        QString::size_type width = 0;
         for (const auto& row : m_rows) {
             width = std::max(width, row.first.size());
         }
         for (const auto& row : m_rows) {
-            const QString line = row.first.leftJustified(width) + QStringLiteral("  ") + row.second;
+            const QString line = row.first.leftJustified(static_cast<int>(width)) +
+                                 QStringLiteral("  ") + row.second;
             console.result(row.second.isEmpty() ? row.first : line);
         }
     }

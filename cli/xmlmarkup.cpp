@@ -16,17 +16,19 @@ struct Brackets
 /// Between which tags are no tags.
 constexpr Brackets opaque[] = {{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
 
-bool isAt(const QByteArray& xml, int at, const char* text)
+using Position = QByteArray::size_type;
+
+bool isAt(const QByteArray& xml, Position at, const char* text)
 {
     return qstrncmp(xml.constData() + at, text, qstrlen(text)) == 0;
 }
 
 /// The place behind what begins here and has no tags in it; that place itself if nothing does.
-int behindOpaque(const QByteArray& xml, int at)
+Position behindOpaque(const QByteArray& xml, Position at)
 {
     for (const Brackets& brackets : opaque) {
         if (isAt(xml, at, brackets.open)) {
-            const int close =
+            const auto close =
                 xml.indexOf(brackets.close, at + static_cast<int>(qstrlen(brackets.open)));
             return close < 0 ? xml.size() : close + static_cast<int>(qstrlen(brackets.close));
         }
@@ -36,12 +38,12 @@ int behindOpaque(const QByteArray& xml, int at)
 
 /// The place behind a tag or declaration, of which not more than the longest is looked at. A
 /// document type ends where its declarations begin.
-int behindTag(const QByteArray& xml, int from)
+Position behindTag(const QByteArray& xml, Position from)
 {
     const bool isDocumentType = isAt(xml, from, "<!DOCTYPE");
-    const int last = std::min(xml.size(), from + cli::longestMarkup + 1);
+    const auto last = std::min(xml.size(), from + cli::longestMarkup + 1);
     char quote = '\0';
-    for (int at = from; at < last; ++at) {
+    for (auto at = from; at < last; ++at) {
         const char character = xml.at(at);
         if (quote != '\0') {
             quote = character == quote ? '\0' : quote;
@@ -54,7 +56,7 @@ int behindTag(const QByteArray& xml, int from)
     return last;
 }
 
-cMyMarkupFault faultAt(const QByteArray& xml, int at, const QString& reason)
+cMyMarkupFault faultAt(const QByteArray& xml, Position at, const QString& reason)
 {
     return {static_cast<int>(std::count(xml.cbegin(), xml.cbegin() + at, '\n')) + 1, reason};
 }
@@ -65,18 +67,18 @@ namespace cli {
 
 cMyMarkupFault markupFault(const QByteArray& xml)
 {
-    const int zero = xml.indexOf('\0');
+    const auto zero = xml.indexOf('\0');
     if (zero >= 0) {
         return faultAt(xml, zero, QStringLiteral("this is not a text in UTF-8"));
     }
-    int declared = 0;
-    for (int at = xml.indexOf('<'); at >= 0; at = xml.indexOf('<', at)) {
-        const int behind = behindOpaque(xml, at);
+    Position declared = 0;
+    for (auto at = xml.indexOf('<'); at >= 0; at = xml.indexOf('<', at)) {
+        const auto behind = behindOpaque(xml, at);
         if (behind > at) {
             at = behind;
             continue;
         }
-        const int end = behindTag(xml, at);
+        const auto end = behindTag(xml, at);
         if (end - at > longestMarkup) {
             return faultAt(xml, at,
                            QStringLiteral("a tag is longer than %1 bytes").arg(longestMarkup));

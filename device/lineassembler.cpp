@@ -30,7 +30,7 @@ void cMyLineAssembler::append(const char* bytes, qint64 count)
 
 std::optional<QByteArray> cMyLineAssembler::takeLine()
 {
-    const int feed = m_bytes.indexOf('\n', m_start);
+    const auto feed = m_bytes.indexOf('\n', m_start);
     if (feed < 0) {
         return std::nullopt;
     }

@@ -33,8 +33,8 @@ public:
 
 private:
     QByteArray m_bytes;
-    int m_start = 0;    ///< of the first line not yet taken
-    int m_lineSize = 0; ///< bytes of the incomplete line at the end
+    QByteArray::size_type m_start = 0; ///< of the first line not yet taken
+    int m_lineSize = 0;                ///< bytes of the incomplete line at the end
 };
 
 #endif

@@ -335,14 +335,15 @@ void cMyMiolka::store(const QString& text)
     }
     sendLine();
     if (m_stage == Stage::Running && isTransfer(m_mode)) {
-        emit writeProgress(0, m_outgoing.size(), m_replies.size());
+        emit writeProgress(0, static_cast<int>(m_outgoing.size()),
+                           static_cast<int>(m_replies.size()));
     }
 }
 
 void cMyMiolka::complete()
 {
     const LinkMode mode = m_mode;
-    const int count = m_outgoing.size();
+    const int count = static_cast<int>(m_outgoing.size());
     closePort();
     if (mode == LinkMode::Read) {
         parseRecBuffer();

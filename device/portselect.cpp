@@ -71,7 +71,7 @@ void cMyPortSelect::rebuild(const QStringList& names)
 {
     // The user may have chosen another port since the last time.
     const QString chosen = m_portCount > 0 ? currentText() : m_currentPort;
-    m_portCount = names.size();
+    m_portCount = static_cast<qint32>(names.size());
     m_names = names;
     emit portsListed(names);
     clear();

@@ -52,7 +52,7 @@ public:
         return parts.join(QLatin1Char('.'));
     }
 
-    [[nodiscard]] QString dotted() const { return dotted(0, m_bytes.size()); }
+    [[nodiscard]] QString dotted() const { return dotted(0, static_cast<int>(m_bytes.size())); }
 
 private:
     QVector<quint8> m_bytes;

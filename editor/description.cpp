@@ -17,9 +17,9 @@
 
 namespace {
 
-QString freeCount(const cMySettingsField& field, int used)
+QString freeCount(const cMySettingsField& field, const QString& text)
 {
-    return QStringLiteral("[%1]").arg(editor::textCapacity(field) - used);
+    return QStringLiteral("[%1]").arg(editor::textCapacity(field) - text.size());
 }
 
 cMyTextValidator* addValidator(QLineEdit& line)
@@ -156,12 +156,13 @@ bool cMyDescription::wasAccepted(const QString& text) const
 
 void cMyDescription::takeBack(const QString& rejected)
 {
-    logRefusal(rejected.size());
+    logRefusal(static_cast<int>(rejected.size()));
     const QSignalBlocker blocker(m_widgets.description);
     const editor::Edit edit = editor::difference(m_accepted, rejected);
     QTextCursor cursor(m_widgets.description->document());
     cursor.setPosition(edit.position);
-    cursor.setPosition(edit.position + edit.inserted.size(), QTextCursor::KeepAnchor);
+    cursor.setPosition(edit.position + static_cast<int>(edit.inserted.size()),
+                       QTextCursor::KeepAnchor);
     cursor.insertText(m_accepted.mid(edit.position, edit.removed));
     cursor.setPosition(m_cursor.anchor);
     cursor.setPosition(m_cursor.position, QTextCursor::KeepAnchor);
@@ -201,10 +202,10 @@ void cMyDescription::rememberCursor()
 
 void cMyDescription::countFree()
 {
-    m_widgets.authorFree->setText(freeCount(*m_author.field, m_widgets.author->text().size()));
-    m_widgets.titleFree->setText(freeCount(*m_title.field, m_widgets.title->text().size()));
+    m_widgets.authorFree->setText(freeCount(*m_author.field, m_widgets.author->text()));
+    m_widgets.titleFree->setText(freeCount(*m_title.field, m_widgets.title->text()));
     m_widgets.descriptionFree->setText(
-        freeCount(*m_description.field, m_widgets.description->text().size()));
+        freeCount(*m_description.field, m_widgets.description->text()));
 }
 
 void cMyDescription::parseDescription()

@@ -34,11 +34,11 @@ bool cMyDescriptionEdit::takes(QString characters)
         .replace(QLatin1Char('\r'), QLatin1Char('\n'));
     static const int capacity =
         editor::textCapacity(editor::settingsField(QStringLiteral("description")));
-    const int length = text().size() - textCursor().selectedText().size() + characters.size();
+    const auto length = text().size() - textCursor().selectedText().size() + characters.size();
     if (canBeTyped(characters) && length <= capacity) {
         return true;
     }
-    emit refused(length);
+    emit refused(static_cast<int>(length));
     return false;
 }
 

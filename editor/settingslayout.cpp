@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QHash>
 
+#include <algorithm>
 #include <string_view>
 
 namespace {
@@ -138,8 +139,8 @@ QByteArray defaultBytesOf(const Row& row)
 {
     QByteArray bytes(row.width, '\0');
     if (row.encoding == Text || row.encoding == Bytes) {
-        return bytes.replace(0, static_cast<int>(row.defaultText.size()), row.defaultText.data(),
-                             static_cast<int>(row.defaultText.size()));
+        std::copy(row.defaultText.cbegin(), row.defaultText.cend(), bytes.begin());
+        return bytes;
     }
     for (int i = 0; i < row.width; ++i) {
         bytes[i] = static_cast<char>(row.defaultNumber >> (8 * i));

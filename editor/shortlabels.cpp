@@ -25,11 +25,12 @@ QString cut(const QString& text, int advance, const QFontMetrics& metrics, int w
         return metrics.horizontalAdvance(withGap(text, kept, frontShare)) <= width;
     };
     // Letters are about as wide as the text's average, so that few lengths need measuring.
-    int kept = qBound(1, text.size() * width / qMax(1, advance) - 1, text.size() - 1);
+    const int length = static_cast<int>(text.size());
+    int kept = qBound(1, length * width / qMax(1, advance) - 1, length - 1);
     while (kept > 0 && !fits(kept)) {
         --kept;
     }
-    while (kept + 1 < text.size() && fits(kept + 1)) {
+    while (kept + 1 < length && fits(kept + 1)) {
         ++kept;
     }
     return withGap(text, kept, frontShare);

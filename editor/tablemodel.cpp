@@ -40,12 +40,12 @@ void cMyTableModel::indexValues()
 
 int cMyTableModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : m_rows.size();
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
 int cMyTableModel::columnCount(const QModelIndex& parent) const
 {
-    return parent.isValid() || m_rows.isEmpty() ? 0 : m_rows.first().size();
+    return parent.isValid() || m_rows.isEmpty() ? 0 : static_cast<int>(m_rows.first().size());
 }
 
 QVariant cMyTableModel::data(const QModelIndex& index, int role) const

@@ -9,17 +9,19 @@ namespace editor {
 
 Edit difference(const QString& before, const QString& after)
 {
-    const int shorter = std::min(before.size(), after.size());
+    const int oldSize = static_cast<int>(before.size());
+    const int newSize = static_cast<int>(after.size());
+    const int shorter = std::min(oldSize, newSize);
     int front = 0;
     while (front < shorter && before.at(front) == after.at(front)) {
         ++front;
     }
     int back = 0;
     while (back < shorter - front &&
-           before.at(before.size() - 1 - back) == after.at(after.size() - 1 - back)) {
+           before.at(oldSize - 1 - back) == after.at(newSize - 1 - back)) {
         ++back;
     }
-    return {front, before.size() - front - back, after.mid(front, after.size() - front - back)};
+    return {front, oldSize - front - back, after.mid(front, newSize - front - back)};
 }
 
 } // namespace editor

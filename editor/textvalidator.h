@@ -30,9 +30,9 @@ template <typename IsTypable>
                                     IsTypable canBeTyped)
 {
     QString rest;
-    int from = 0;
+    QString::size_type from = 0;
     for (const QChar character : text) {
-        const int found = canBeTyped(character) ? -1 : loaded.indexOf(character, from);
+        const auto found = canBeTyped(character) ? -1 : loaded.indexOf(character, from);
         if (found < 0) {
             rest.append(character);
         } else {

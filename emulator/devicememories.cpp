@@ -142,10 +142,10 @@ bool cMyDeviceMemories::contains(MemoryType area, qint64 address, int size) cons
 
 bool cMyDeviceMemories::write(MemoryType area, qint64 address, const QByteArray& bytes)
 {
-    if (!contains(area, address, bytes.size())) {
+    if (!contains(area, address, static_cast<int>(bytes.size()))) {
         return false;
     }
-    m_bytes.at(area).replace(static_cast<int>(address), bytes.size(), bytes);
+    m_bytes.at(area).replace(static_cast<QByteArray::size_type>(address), bytes.size(), bytes);
     if (area == RAM) {
         mirrorDiveTime();
     }

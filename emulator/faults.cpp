@@ -97,7 +97,7 @@ bool cMyFaults::add(const QString& specs)
     cMyFaults sum = *this;
     for (const QString& spec : specs.split(QLatin1Char(','))) {
         const QString text = spec.trimmed();
-        const int sign = text.indexOf(QLatin1Char('='));
+        const auto sign = text.indexOf(QLatin1Char('='));
         const bool isKnown =
             sign < 0 ? addPlain(sum, text) : addNumbered(sum, text.left(sign), text.mid(sign + 1));
         if (!isKnown) {
@@ -188,8 +188,9 @@ void cMyFaultInjector::appendPieces(QVector<cMyPacket>& packets, const QByteArra
     for (int left = 2 + m_random.bounded(mostPieces - 1); left > 0 && start < bytes.size();
          --left) {
         // Each piece after this one needs a byte.
-        const int most = std::max(1, bytes.size() - start - (left - 1));
-        const int size = left == 1 ? bytes.size() - start : 1 + m_random.bounded(most);
+        const int rest = static_cast<int>(bytes.size()) - start;
+        const int most = std::max(1, rest - (left - 1));
+        const int size = left == 1 ? rest : 1 + m_random.bounded(most);
         packets.append({bytes.mid(start, size), start == 0 ? gap : betweenPackets});
         start += size;
     }

@@ -3,9 +3,9 @@
 
 #include "emulator/emulator.h"
 #include "image/filename.h"
+#include "image/utf8names.h"
 
 #include <QCoreApplication>
-#include <QTextCodec>
 
 #include <csignal>
 #include <cstdio>
@@ -30,7 +30,7 @@ int main(int argc, char* argv[])
     // A reader that went away is a failed write, no reason to leave without tidying up.
     std::signal(SIGPIPE, SIG_IGN);
     // PROGRAM must get its arguments byte for byte, in every locale.
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    image::useUtf8Names();
     if (const int number = firstMangled(argc, argv); number != 0) {
         emulator::say(QStringLiteral("argument %1 is not valid UTF-8").arg(number));
         return emulator::exitUsage;

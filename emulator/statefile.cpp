@@ -29,7 +29,8 @@ enum RunKind : quint8 { Mixed = 0, Equal = 1 };
 bool isUniform(const QByteArray& bytes, int start)
 {
     const auto first = std::next(bytes.cbegin(), start);
-    const auto last = std::next(bytes.cbegin(), std::min(start + pageSize, bytes.size()));
+    const auto last =
+        std::next(bytes.cbegin(), std::min(start + pageSize, static_cast<int>(bytes.size())));
     return std::all_of(first, last, [first](char byte) { return byte == *first; });
 }
 
@@ -43,7 +44,7 @@ void writeMemory(QDataStream& out, const QByteArray& bytes)
                (!equal || bytes.at(end) == bytes.at(start))) {
             end += pageSize;
         }
-        const int size = std::min(end, bytes.size()) - start;
+        const int size = std::min(end, static_cast<int>(bytes.size())) - start;
         const int stored = equal ? 1 : size;
         out << static_cast<quint8>(equal ? Equal : Mixed) << static_cast<quint32>(size);
         out.writeRawData(bytes.mid(start, stored).constData(), stored);
@@ -100,7 +101,7 @@ std::optional<QByteArray> readBody(const QString& path)
         return std::nullopt;
     }
     const QByteArray contents = file.read(longestFile);
-    const int size = contents.size() - QCryptographicHash::hashLength(QCryptographicHash::Sha256);
+    const auto size = contents.size() - QCryptographicHash::hashLength(QCryptographicHash::Sha256);
     if (size < 0) {
         return std::nullopt;
     }
@@ -115,7 +116,7 @@ bool writeState(const QString& path, const QVector<cMyDeviceMemories>& devices)
     QByteArray body;
     QDataStream out(&body, QIODevice::WriteOnly);
     out.setVersion(streamVersion);
-    out.writeRawData(magic.constData(), magic.size());
+    out.writeRawData(magic.constData(), static_cast<int>(magic.size()));
     out << version << static_cast<quint32>(devices.size());
     for (const cMyDeviceMemories& device : devices) {
         for (int number = 0; number < memoryCount; ++number) {

@@ -18,7 +18,7 @@ const QByteArray notUnderstood = QByteArrayLiteral("?");
 
 QByteArray withoutLineEnd(const QByteArray& line)
 {
-    int size = line.size();
+    auto size = line.size();
     if (size > 0 && line.at(size - 1) == '\n') {
         --size;
     }
@@ -271,9 +271,10 @@ QByteArray cMyVirtualDevice::printed(quint16 offset, const QByteArray& bytes)
     line.offset = offset;
     line.type = image::DataRecord;
     line.payload = data.data();
-    line.payloadSize = bytes.size();
-    line.checksum = image::recordChecksum(offset, image::DataRecord, 0, data.data(), bytes.size());
-    QByteArray text(image::recordTextSize(bytes.size()), Qt::Uninitialized);
+    line.payloadSize = static_cast<int>(bytes.size());
+    line.checksum =
+        image::recordChecksum(offset, image::DataRecord, 0, data.data(), line.payloadSize);
+    QByteArray text(image::recordTextSize(line.payloadSize), Qt::Uninitialized);
     image::encodeRecord(line, text.data());
     return text;
 }

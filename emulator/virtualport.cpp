@@ -189,7 +189,7 @@ void cMyVirtualPort::flush()
 void cMyVirtualPort::traceSent(const QByteArray& bytes)
 {
     m_traceLine += bytes;
-    for (int feed = m_traceLine.indexOf('\n'); feed >= 0; feed = m_traceLine.indexOf('\n')) {
+    for (auto feed = m_traceLine.indexOf('\n'); feed >= 0; feed = m_traceLine.indexOf('\n')) {
         m_trace->write(cMyTrace::Direction::FromDevice, m_number, m_traceLine.left(feed + 1));
         m_traceLine.remove(0, feed + 1);
     }

@@ -97,7 +97,7 @@ private:
     QSocketNotifier* m_writer = nullptr;
     std::deque<Waiting> m_queue;
     qint64 m_lastDue = 0;
-    int m_queuedBytes = 0;
+    QByteArray::size_type m_queuedBytes = 0;
     QByteArray m_pending;   ///< due, and not yet taken by the terminal
     QByteArray m_traceLine; ///< sent and without a line end so far
 };

@@ -41,7 +41,7 @@ QByteArrayList deviceLines(const QByteArray& bytes)
         while (line.startsWith('\0')) {
             line.remove(0, 1);
         }
-        const int end = line.indexOf('\0');
+        const auto end = line.indexOf('\0');
         line = end < 0 ? line : line.left(end);
     }
     return lines;
@@ -59,7 +59,7 @@ QStringList replies(const QByteArrayList& lines)
 SteppedInput::SteppedInput(const std::uint8_t* bytes, std::size_t size)
 {
     const QByteArray input = bytesOf(bytes, size);
-    const int end = input.indexOf('\n');
+    const auto end = input.indexOf('\n');
     m_steps = input.left(end < 0 ? 0 : end);
     m_bytes = input.mid(end + 1);
 }

@@ -33,7 +33,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
     QStringList telling;
     auto next = records.cbegin();
     for (const QString& reply : replies) {
-        const int named = memoryLines.indexOf(reply);
+        const int named = static_cast<int>(memoryLines.indexOf(reply));
         area = named < 0 ? area : named;
         if (named >= 0) {
             telling.append(reply);

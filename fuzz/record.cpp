@@ -110,7 +110,8 @@ void checkCodec(std::string_view line, const Model& model)
 void checkNumbers(const cMyHexRecord& record)
 {
     const QVector<quint8> data = record.data();
-    for (int index = std::max(0, data.size() - 4); index <= std::min(data.size(), 255); ++index) {
+    const int size = static_cast<int>(data.size());
+    for (int index = std::max(0, size - 4); index <= std::min(size, 255); ++index) {
         const bool isFollowed = index + 2 < data.size();
         const int number = isFollowed ? data.at(index) | data.at(index + 1) << 8 : 0;
         expect(record.getQint16(static_cast<quint8>(index)) == static_cast<qint16>(number),

@@ -24,7 +24,7 @@ int number(const QVector<quint8>& bytes, int position)
 QString text(const QVector<quint8>& bytes, int position, int width)
 {
     const QVector<quint8> field = bytes.mid(position, width);
-    const int end = field.indexOf(0);
+    const auto end = field.indexOf(0);
     const QByteArray latin1 =
         fuzz::bytesOf(field.constData(), static_cast<std::size_t>(end < 0 ? field.size() : end));
     return fuzz::latin1(latin1);

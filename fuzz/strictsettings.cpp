@@ -47,7 +47,7 @@ void checkFaults(const cMyStrictSettings& settings, const QByteArray& text)
         expect(fault.line == 0 || fault.line >= last, "faults come in their order");
         last = fault.line;
     }
-    const int more = settings.faultCount > settings.faults.size() ? 1 : 0;
+    const auto more = settings.faultCount > settings.faults.size() ? 1 : 0;
     expect(image::faultLines(QStringLiteral("x"), settings).size() == settings.faults.size() + more,
            "every fault is a line");
 }

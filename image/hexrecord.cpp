@@ -29,7 +29,8 @@ cMyHexRecord::cMyHexRecord(unsigned short segment, QObject* parent)
 
 quint8 cMyHexRecord::checksum() const
 {
-    return image::recordChecksum(m_offset, m_type, m_segment, m_data.constData(), m_data.size());
+    return image::recordChecksum(m_offset, m_type, m_segment, m_data.constData(),
+                                 static_cast<int>(m_data.size()));
 }
 
 QString cMyHexRecord::toString() const
@@ -42,7 +43,7 @@ QString cMyHexRecord::toString() const
     line.checksum = checksum();
     if (m_type == image::DataRecord || m_type == image::EndOfFileRecord) {
         line.payload = m_data.constData();
-        line.payloadSize = m_data.size();
+        line.payloadSize = static_cast<int>(m_data.size());
     } else if (m_type == image::ExtendedLinearAddressRecord) {
         line.payload = segment;
         line.payloadSize = 2;
@@ -55,7 +56,7 @@ QString cMyHexRecord::toString() const
 bool cMyHexRecord::fromString(const QString& line)
 {
     std::array<char, image::maxRecordText> text;
-    const int length = std::min(line.size(), image::maxRecordText);
+    const auto length = std::min<QString::size_type>(line.size(), image::maxRecordText);
     std::transform(line.cbegin(), line.cbegin() + length, text.begin(), [](QChar character) {
         return character.unicode() < 0x80 ? static_cast<char>(character.unicode()) : '\x7F';
     });

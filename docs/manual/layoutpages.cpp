@@ -111,8 +111,9 @@ QString users(const QList<QStringList>& options)
 QString plainCodes(const QList<QStringList>& options)
 {
     constexpr int mostGroups = 3;
-    const int groups = std::min(mostGroups, options.size());
-    const int length = (options.size() + groups - 1) / groups;
+    const int count = static_cast<int>(options.size());
+    const int groups = std::min(mostGroups, count);
+    const int length = (count + groups - 1) / groups;
     QVector<Column> columns;
     QVector<QStringList> rows(length);
     for (int group = 0; group < groups; ++group) {

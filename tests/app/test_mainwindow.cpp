@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMetaEnum>
 #include <QSignalSpy>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -285,8 +286,14 @@ void TestMainWindow::sizeIsAsDesigned()
 
 void TestMainWindow::highResolutionIsSetUp()
 {
-    QVERIFY(QCoreApplication::testAttribute(Qt::AA_EnableHighDpiScaling));
-    QVERIFY(QCoreApplication::testAttribute(Qt::AA_UseHighDpiPixmaps));
+    // By name: where they are always set, using them is deprecated.
+    const QMetaEnum attributes = QMetaEnum::fromType<Qt::ApplicationAttribute>();
+    for (const char* name : {"AA_EnableHighDpiScaling", "AA_UseHighDpiPixmaps"}) {
+        const int attribute = attributes.keyToValue(name);
+        QVERIFY(QCoreApplication::testAttribute(static_cast<Qt::ApplicationAttribute>(attribute)));
+    }
+    QCOMPARE(QGuiApplication::highDpiScaleFactorRoundingPolicy(),
+             Qt::HighDpiScaleFactorRoundingPolicy::Round);
 }
 
 void TestMainWindow::everyTextIsEnglish()

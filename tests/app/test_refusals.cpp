@@ -135,7 +135,7 @@ void TestRefusals::undoStillWorksAfterARefusal()
     }
     const auto isStored = [this] {
         const QByteArray shown = description()->toPlainText().toLatin1() + '\0';
-        return bytes(512, shown.size()) == shown;
+        return bytes(512, static_cast<int>(shown.size())) == shown;
     };
     QCOMPARE(description()->toPlainText(), text);
     QVERIFY(isStored());

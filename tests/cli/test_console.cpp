@@ -24,7 +24,7 @@ namespace {
 using Volume = cMyConsole::Volume;
 using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-const QByteArray erase = "\r\x1B[K";
+const QByteArray eraseLine = "\r\x1B[K";
 
 Stream streamOf(int descriptor, const char* mode)
 {
@@ -295,14 +295,14 @@ void TestConsole::aBarOnATerminal()
 {
     TerminalConsole terminal(80);
     terminal.console->progress("reading", 0, 2);
-    QCOMPARE(terminal.screen(), erase + "reading [..............................]   0 %");
+    QCOMPARE(terminal.screen(), eraseLine + "reading [..............................]   0 %");
     terminal.console->progress("reading", 1, 2);
     QCOMPARE(terminal.screen(),
-             erase + "reading [###############...............]  50 %, 0:00 left");
+             eraseLine + "reading [###############...............]  50 %, 0:00 left");
     terminal.console->progress("reading", 1, 2);
     QCOMPARE(terminal.screen(), QByteArray());
     terminal.console->progress("reading", 0, 0);
-    QCOMPARE(terminal.screen(), erase);
+    QCOMPARE(terminal.screen(), eraseLine);
 }
 
 void TestConsole::theBarIsNarrowerThanTheTerminal_data()
@@ -322,7 +322,7 @@ void TestConsole::theBarIsNarrowerThanTheTerminal()
     QFETCH(int, width);
     TerminalConsole terminal(static_cast<unsigned short>(columns));
     terminal.console->progress("reading", 1, 2);
-    QCOMPARE(terminal.screen().size(), erase.size() + width);
+    QCOMPARE(terminal.screen().size(), eraseLine.size() + width);
 }
 
 void TestConsole::theBarIsErasedBeforeAnotherLine_data()
@@ -351,7 +351,7 @@ void TestConsole::theBarIsErasedBeforeAnotherLine()
     } else {
         terminal.console.reset();
     }
-    QCOMPARE(terminal.screen(), erase + after);
+    QCOMPARE(terminal.screen(), eraseLine + after);
 }
 
 void TestConsole::answers_data()

@@ -139,7 +139,7 @@ void TestDivePlot::silenceIsTold()
 void TestDivePlot::whatHasNoWordsIsCounted()
 {
     const Picture picture = read(draw(support::TalkativeRules(2), QStringLiteral("freedive")));
-    const int words = picture.texts.filter(QStringLiteral(": Depth")).size();
+    const auto words = picture.texts.filter(QStringLiteral(": Depth")).size();
     const int messages = 2 * 201; // each second from 0 to 200
     QVERIFY(picture.texts.contains(
         QStringLiteral("%1 messages have their words here, and %2 more only their dots.")

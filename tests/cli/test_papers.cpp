@@ -210,7 +210,7 @@ void TestPapers::theManualPageHasTheWholeTable()
     const QString page = papers::manPage(cli::commands());
     for (const cMyCommand& command : cli::commands()) {
         const QString name = papers::roff(command.name);
-        const int start = page.indexOf(QStringLiteral("\n.SS \\fB%1\\fR").arg(name));
+        const auto start = page.indexOf(QStringLiteral("\n.SS \\fB%1\\fR").arg(name));
         QVERIFY2(start >= 0, command.name);
         const QString section = page.mid(start, page.indexOf("\n.S", start + 1) - start);
         for (const cMyOption& option : command.options) {

@@ -87,7 +87,7 @@ void TestPlotLabels::everyRuleKeepsItsFirstMessage()
     QVERIFY(labels.size() < spoken.size());
     for (int rule = 1; rule <= 10; ++rule) {
         const QString start = QStringLiteral("%1: ").arg(rule);
-        const auto* first =
+        const QVector<cMyPlotLabel>::const_iterator first =
             std::find_if(labels.cbegin(), labels.cend(),
                          [&](const cMyPlotLabel& label) { return label.text.startsWith(start); });
         QVERIFY(first != labels.cend());

@@ -215,7 +215,7 @@ void TestRehearsal::manySamplesAreNotAllKept()
     const cMyRehearsal rehearsal(builder.settings(), profileOf({{0, 0, {}}, {600, 20, {}}}));
     QVERIFY(rehearsal.outcome().isDone());
     QVERIFY(rehearsal.duration() > 700);
-    QVERIFY(rehearsal.depths().size() <= std::floor(rehearsal.duration()) + 3);
+    QVERIFY(double(rehearsal.depths().size()) <= std::floor(rehearsal.duration()) + 3);
 }
 
 void TestRehearsal::whoTalksWithoutEndIsCutOff()

@@ -126,7 +126,7 @@ void TestSettingsCommands::showTellsFieldsAndSentences()
                             "every period A"));
     QCOMPARE(lineOf(out, "messageRule04 to messageRule24"), QStringLiteral("off"));
     const QStringList lines = out.split('\n');
-    const int description = lines.size() - 3;
+    const auto description = lines.size() - 3;
     QCOMPARE(lines.at(description).indexOf('a'), lines.at(description + 1).indexOf('b'));
     QCOMPARE(lines.at(description + 1).trimmed(), QStringLiteral("b"));
     QVERIFY(!out.contains("messageRule03.condition"));

@@ -34,7 +34,8 @@ private:
     ToolResult runWith(const QStringList& emulator, const QStringList& arguments);
     [[nodiscard]] int backups() const
     {
-        return QDir(m_directory.filePath("MIOLKAsoft/backups")).entryList(QDir::Files).size();
+        const QDir kept(m_directory.filePath("MIOLKAsoft/backups"));
+        return static_cast<int>(kept.entryList(QDir::Files).size());
     }
 
     QTemporaryDir m_directory;
@@ -137,7 +138,7 @@ void TestSeveralDevices::failuresComeBeforeTheQuestion()
     QVERIFY(held.tryLock());
     const ToolResult result = runWith({"--count", "2"}, {"write", support::exampleFile, "--all"});
     QCOMPARE(result.status, 130);
-    const int failure = result.err.indexOf("ttyACM0: the port is in use by another program");
+    const auto failure = result.err.indexOf("ttyACM0: the port is in use by another program");
     QVERIFY2(failure >= 0 && failure < result.err.indexOf("[y/N]"), qPrintable(result.err));
     QCOMPARE(result.err.count("is in use by another program"), 1);
     QVERIFY2(result.err.contains("ttyACM0: \"miolkactl doctor\" says more"),

@@ -83,7 +83,7 @@ void TestUploadCommand::faultyFileIsNotSent()
     DeviceTool tool;
     const QByteArray before = flash(tool);
     QByteArray text = support::libraryText(library());
-    const int last = text.lastIndexOf("\r\n:00000001FF") - 1;
+    const auto last = text.lastIndexOf("\r\n:00000001FF") - 1;
     text[last] = text.at(last) == '0' ? '1' : '0';
     support::writeFile(tool.file("a.mia"), text);
     const ToolResult result = tool.run({"upload", tool.file("a.mia"), "--yes"});

@@ -174,7 +174,7 @@ void TestWriteCommand::quietQuestionShowsWhatWouldChange()
     DeviceTool tool;
     const ToolResult asked = tool.run({"write", support::exampleFile, "-q"});
     QCOMPARE(asked.status, 130);
-    const int change = asked.err.indexOf("title: ");
+    const auto change = asked.err.indexOf("title: ");
     QVERIFY2(change >= 0 && change < asked.err.indexOf("[y/N]"), qPrintable(asked.err));
     const ToolResult answered = tool.run({"write", support::exampleFile, "-q"}, "y\n");
     QCOMPARE(answered.status, 0);

@@ -32,7 +32,7 @@ using Trials = std::vector<std::unique_ptr<Trial>>;
 QString wayBack(const QString& messages)
 {
     const QString mark = QStringLiteral("write that back with: ");
-    const int start = messages.indexOf(mark);
+    const auto start = messages.indexOf(mark);
     return start < 0 ? QString()
                      : messages.mid(start + mark.size()).section(QLatin1Char('\n'), 0, 0);
 }

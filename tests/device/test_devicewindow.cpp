@@ -163,7 +163,7 @@ void TestDeviceWindow::reading()
     const QByteArray held = support::markedImage('d').replace(32, 5, QByteArray("Mine\0", 5));
     const QList<QByteArray> records = support::settingsText(held).split('\n');
     peer.setAnswer([&peer, records](const QByteArray& line) {
-        const int record = peer.lines().size() - 5;
+        const auto record = peer.lines().size() - 5;
         return (record >= 0 && record < records.size() ? records.at(record) : line) + "\r\n";
     });
     trigger("actionReadSettings");

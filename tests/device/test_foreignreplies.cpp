@@ -132,7 +132,7 @@ void TestForeignReplies::versionsThatNeverEnd()
         return std::exchange(isFirst, false) ? QByteArray("#ROM\r\n")
                                              : support::libraryRecord(image::DataRecord, 0, most);
     });
-    int length = 0;
+    QString::size_type length = 0;
     connect(link(), &cMyMiolka::statusChanged, this, [&length](const QStringList& texts) {
         length = texts.at(device::FirmwareVersion).size();
     });

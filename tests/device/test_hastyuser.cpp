@@ -35,7 +35,7 @@ void TestHastyUser::cancelBesideTheLastAnswer()
     const QByteArray held = support::markedImage('d');
     const QList<QByteArray> records = support::settingsText(held).split('\n');
     peer.setAnswer([&peer, records](const QByteArray& line) {
-        const int record = peer.lines().size() - 5;
+        const auto record = peer.lines().size() - 5;
         return (record >= 0 && record < records.size() ? records.at(record) : line) + "\r\n";
     });
     // The click lies in the queue while the settings are shown; the progress then lets it in.

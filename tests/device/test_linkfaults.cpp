@@ -163,7 +163,7 @@ void TestLinkFaults::noticesAreNoAnswers()
 void TestLinkFaults::answersCutAnywhere()
 {
     const QStringList records = settingsRecords().mid(0, 2);
-    const int longest = records.first().size() + 2;
+    const int longest = static_cast<int>(records.first().size()) + 2;
     for (int cut = 1; cut < longest; ++cut) {
         m_records->clear();
         m_progress->clear();
@@ -314,7 +314,7 @@ void TestLinkFaults::theEndOfTheProgram()
     m_peer->fallSilentAt(20);
     write(settingsRecords());
     QTRY_COMPARE(m_progress->count(), 19);
-    const int count = m_progress->count();
+    const auto count = m_progress->count();
     m_link->end();
     QVERIFY(isPortFree());
     QTRY_COMPARE(m_peer->lines().last(), QStringLiteral("#ROOT"));

@@ -151,7 +151,8 @@ void TestMiolka::recordsAreToldAfterTheLastAnswer()
 void TestMiolka::theLastProgressFollowsTheRecords()
 {
     QVector<int> recordsTold;
-    connect(m_link, &cMyMiolka::writeProgress, this, [&] { recordsTold += m_records->count(); });
+    connect(m_link, &cMyMiolka::writeProgress, this,
+            [&] { recordsTold += static_cast<int>(m_records->count()); });
     read(settingsRecords());
     QTRY_COMPARE(m_progress->count(), 69);
     QVector<int> expected(69, 0);

@@ -241,8 +241,8 @@ void TestManual::isFinished_data()
 void TestManual::isFinished()
 {
     QFETCH(QString, leftover);
-    const int place = m_text.indexOf(leftover);
-    QVERIFY2(place < 0, qPrintable(m_text.mid(qMax(0, place - 60), 120)));
+    const auto place = m_text.indexOf(leftover);
+    QVERIFY2(place < 0, qPrintable(m_text.mid(qMax<QString::size_type>(0, place - 60), 120)));
 }
 
 void TestManual::isInEnglish()
@@ -250,8 +250,8 @@ void TestManual::isInEnglish()
     static const QRegularExpression polish(QStringLiteral(u"[ąćęłńóśźżĄĆĘŁŃÓŚŹŻ]"));
     QString text = m_text;
     text.remove(bootWarning);
-    const int place = text.indexOf(polish);
-    QVERIFY2(place < 0, qPrintable(text.mid(qMax(0, place - 60), 120)));
+    const auto place = text.indexOf(polish);
+    QVERIFY2(place < 0, qPrintable(text.mid(qMax<QString::size_type>(0, place - 60), 120)));
 }
 
 void TestManual::contentsNameTheTruePages()

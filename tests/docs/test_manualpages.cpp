@@ -48,8 +48,8 @@ namespace {
 /// The block of a field, from its heading to the next.
 QString blockOf(const QString& page, const QString& caption)
 {
-    const int begin = page.indexOf(QStringLiteral("### ") + caption);
-    const int end = page.indexOf(QStringLiteral("\n### "), begin);
+    const auto begin = page.indexOf(QStringLiteral("### ") + caption);
+    const auto end = page.indexOf(QStringLiteral("\n### "), begin);
     return begin < 0 ? QString() : page.mid(begin, end - begin);
 }
 
@@ -161,10 +161,10 @@ void TestManualPages::factsOfFields()
 void TestManualPages::parametersStandInTheirOrder()
 {
     const QString parameters = page("fields-parameters.md");
-    int last = -1;
+    QString::size_type last = -1;
     constexpr int count = 13;
     for (int number = 1; number <= count; ++number) {
-        const int place = parameters.indexOf(QStringLiteral("### %1. ").arg(number));
+        const auto place = parameters.indexOf(QStringLiteral("### %1. ").arg(number));
         QVERIFY2(place > last, qPrintable(QString::number(number)));
         last = place;
     }

@@ -59,7 +59,7 @@ Census::~Census()
 int Census::objects() const
 {
     const QMutexLocker lock(&living().mutex);
-    return living().objects.size();
+    return static_cast<int>(living().objects.size());
 }
 
 int Census::timers() const
@@ -70,7 +70,7 @@ int Census::timers() const
     for (QObject* object : qAsConst(living().objects)) {
         // A dispatcher knows those of its own thread only, and tells nobody else's.
         if (object->thread() == QThread::currentThread()) {
-            count += dispatcher->registeredTimers(object).size();
+            count += static_cast<int>(dispatcher->registeredTimers(object).size());
         }
     }
     return count;

@@ -163,9 +163,9 @@ QStringList linesToDevice(const QStringList& trace, std::optional<int> device)
     const QString lineEnd = QStringLiteral("\\r\\n");
     QStringList lines;
     for (const QString& line : trace) {
-        const int start = line.indexOf(mark);
+        const auto start = line.indexOf(mark);
         if (start >= 0 && line.endsWith(lineEnd)) {
-            const int first = start + mark.size();
+            const auto first = start + mark.size();
             lines += line.mid(first, line.size() - first - lineEnd.size());
         }
     }
@@ -175,7 +175,7 @@ QStringList linesToDevice(const QStringList& trace, std::optional<int> device)
 QStringList lastWritten(const QStringList& trace)
 {
     const QStringList lines = linesToDevice(trace);
-    const int word = lines.lastIndexOf(QStringLiteral("#WRITE"));
+    const auto word = lines.lastIndexOf(QStringLiteral("#WRITE"));
     QStringList records;
     if (word >= 0) {
         const auto first = std::next(lines.cbegin(), word + 1);

@@ -46,7 +46,7 @@ DiveLog::DiveLog(const Session& session, int device)
 void DiveLog::update()
 {
     m_begun += m_trace.readAll();
-    const int end = m_begun.lastIndexOf('\n') + 1;
+    const auto end = m_begun.lastIndexOf('\n') + 1;
     const QStringList lines = QString::fromLatin1(m_begun.left(end)).split(QLatin1Char('\n'));
     m_begun.remove(0, end);
     for (const QString& line : lines) {

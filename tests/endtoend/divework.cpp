@@ -108,7 +108,7 @@ QString startDive(Session& session, DiveLog& log)
     if (!session.page(simulationPage) || !session.click(startButton)) {
         return refusal(session);
     }
-    const int before = log.cycles().size();
+    const auto before = log.cycles().size();
     const bool begins = session.waitFor([&] {
         log.update();
         return log.cycles().size() > before + 1;
@@ -200,7 +200,7 @@ QVector<ComparedValue> compareValues(Session& session, DiveLog& log)
     for (const Shown& shown : everyShown) {
         log.update();
         // The page may still show the cycle before the last.
-        const int first = std::max(0, log.cycles().size() - 2);
+        const int first = std::max(0, static_cast<int>(log.cycles().size()) - 2);
         const QString onPage = session.text(QString::fromLatin1(shown.label));
         log.update();
         const auto matches = [&](const RamValues& values) {

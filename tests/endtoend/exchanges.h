@@ -40,7 +40,7 @@ public:
     explicit SentLines(Session& session, std::optional<int> device = {});
 
     [[nodiscard]] QStringList lines() const;
-    [[nodiscard]] int count() const { return lines().size(); }
+    [[nodiscard]] int count() const { return static_cast<int>(lines().size()); }
 
     /// Waits until at least so many lines were sent.
     [[nodiscard]] bool reach(int count) const;

@@ -159,7 +159,7 @@ Answer setValue(const QJsonObject& request)
 Answer key(const QJsonObject& request)
 {
     const QKeySequence sequence(request.value(QLatin1String("key")).toString());
-    if (sequence.count() != 1 || sequence[0] == Qt::Key_unknown) {
+    if (sequence.count() != 1 || sequence == QKeySequence(Qt::Key_unknown)) {
         return refused(QStringLiteral("one key is needed"));
     }
     QPointer<QWidget> widget = QApplication::focusWidget();

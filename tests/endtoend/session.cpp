@@ -271,7 +271,7 @@ QProcessEnvironment Session::programEnvironment() const
     const QByteArray all = contentsOf(QStringLiteral("/proc/%1/environ").arg(programId()));
     const QList<QByteArray> entries = all.split('\0');
     for (const QByteArray& entry : entries) {
-        const int sign = entry.indexOf('=');
+        const auto sign = entry.indexOf('=');
         environment.insert(QFile::decodeName(entry.left(sign)),
                            QFile::decodeName(entry.mid(sign + 1)));
     }

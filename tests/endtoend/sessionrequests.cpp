@@ -76,7 +76,7 @@ bool Session::choose(const QString& name, int index)
 
 bool Session::chooseText(const QString& name, const QString& itemText)
 {
-    return choose(name, items(name).indexOf(itemText));
+    return choose(name, static_cast<int>(items(name).indexOf(itemText)));
 }
 
 bool Session::type(const QString& name, const QString& text)

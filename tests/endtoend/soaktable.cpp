@@ -85,7 +85,7 @@ void SoakTable::begin()
 {
     m_out << QString(nameWidth, QLatin1Char(' ')) << cell(QStringLiteral("s"), 1);
     for (const QString& heading : m_counters + heldHeadings()) {
-        m_out << cell(heading, heading.size());
+        m_out << cell(heading, static_cast<int>(heading.size()));
     }
     m_out << Qt::endl;
     m_clock.start();
@@ -132,7 +132,7 @@ void SoakTable::print(const char* name, const QVector<qint64>& counts)
            << m_last.objects;
     const QStringList headings = m_counters + heldHeadings();
     for (int i = 0; i < values.size(); ++i) {
-        m_out << cell(QString::number(values.at(i)), headings.at(i).size());
+        m_out << cell(QString::number(values.at(i)), static_cast<int>(headings.at(i).size()));
     }
     m_out << Qt::endl;
 }

@@ -204,7 +204,7 @@ QString SoakWork::exchange(Operation operation)
 QString SoakWork::begin(Operation operation, QStringList* records)
 {
     m_log->update();
-    const int before = m_log->sent().size();
+    const int before = static_cast<int>(m_log->sent().size());
     const int lines = support::linesOf(operation);
     QString error = support::begin(m_session, operation);
     if (error.isEmpty()) {
@@ -224,7 +224,7 @@ QString SoakWork::complete(int before, int lines)
         m_log->update();
         return m_log->sent().size() >= before + lines && m_log->isAnswered();
     });
-    const int count = m_log->sent().size() - before;
+    const int count = static_cast<int>(m_log->sent().size()) - before;
     return isComplete && count == lines
                ? QString()
                : QStringLiteral("%1 lines were sent instead of %2").arg(count).arg(lines);
@@ -323,7 +323,7 @@ QString SoakWork::upload()
         return QStringLiteral("the library cannot be written");
     }
     m_log->update();
-    const int before = m_log->sent().size();
+    const int before = static_cast<int>(m_log->sent().size());
     const QString error = support::beginUpload(m_session, path);
     return error.isEmpty()
                ? complete(before, wordsOfTransfer + librarySize / recordSize + otherRecords)

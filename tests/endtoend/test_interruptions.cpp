@@ -96,11 +96,11 @@ void TestInterruptions::cancellingEndsTheTransfer()
     QVERIFY(m_session->cancel());
     QVERIFY(m_session->waitForNoDialog());
     QVERIFY(m_session->waitFor([&] { return sent.lines().last() == QLatin1String("#ROOT"); }));
-    const int count = sent.count();
+    const auto count = sent.count();
     QVERIFY(count < support::linesOf(operation));
     QVERIFY(m_session->latency(0));
     // To write marks the settings, in their first record, with the program's version.
-    const int unmarked = operation == Operation::Write ? before.indexOf('\n') : 0;
+    const auto unmarked = operation == Operation::Write ? before.indexOf('\n') : 0;
     QCOMPARE(support::saved(*m_session).mid(unmarked), before.mid(unmarked));
     QCOMPARE(sent.count(), count);
     QCOMPARE(support::errorBoxes(m_session->takeDialogs()), 0);

@@ -120,7 +120,7 @@ void TestSimulation::theWindowIsLockedMeanwhile()
     for (const int page : {StartPage, ParametersPage, MessagesPage, SimulationPage}) {
         QVERIFY(m_session->page(page));
     }
-    const int cycles = log.cycles().size();
+    const auto cycles = log.cycles().size();
     constexpr int some = 5;
     QVERIFY(m_session->waitFor([&] {
         log.update();
@@ -176,7 +176,7 @@ void TestSimulation::anotherDeviceDoesNotDisturbTheDive()
     constexpr unsigned long rest = 700; // the program would have seen it twice
     QThread::msleep(rest);
     log.update();
-    const int cycles = log.cycles().size();
+    const auto cycles = log.cycles().size();
     QCOMPARE(m_session->items(selector), one);
     QVERIFY(m_session->waitFor([&] {
         log.update();
@@ -293,7 +293,7 @@ void TestSimulation::aStatusQueryGivesWay()
     QVERIFY(sent.reach(middle));
     QCOMPARE(support::diveShortly(*m_session), QString());
     const QStringList lines = sent.lines();
-    const int leave = lines.indexOf(QStringLiteral("#SIMUL")) - 1;
+    const auto leave = lines.indexOf(QStringLiteral("#SIMUL")) - 1;
     QVERIFY(leave >= middle && leave < support::linesOf(support::Operation::Status));
     QCOMPARE(lines.at(leave), QStringLiteral("#ROOT"));
     QCOMPARE(support::returnToStartPage(*m_session), QString());

@@ -89,11 +89,11 @@ void TestUnplugging::isToldOnceAndForgotten()
     QCOMPARE(support::closeErrorBox(*m_session), QString());
     QCOMPARE(support::waitForNoDevice(*m_session), QString());
     QVERIFY(m_session->latency(0));
-    const int sentUntilGone = sent.count();
+    const auto sentUntilGone = sent.count();
     QVERIFY2(sentUntilGone < support::linesOf(operation) || operation == Operation::Command,
              "it was over before the device went");
     // To write marks the settings, in their first record, with the program's version.
-    const int unmarked = operation == Operation::Write ? before.indexOf('\n') : 0;
+    const auto unmarked = operation == Operation::Write ? before.indexOf('\n') : 0;
     QCOMPARE(support::saved(*m_session).mid(unmarked), before.mid(unmarked));
     QCOMPARE(sent.count(), sentUntilGone);
 

@@ -140,7 +140,7 @@ void TestUpload::aWholeFlashMemory()
     const QByteArray image =
         support::libraryImage(MIOLKA_LIBRARY_SIZE, 1, "Esperanto", QByteArray("\7\6\5\4", 4));
     const QByteArray text = support::libraryText(image);
-    const int lines = text.count('\n') + 4;
+    const int lines = static_cast<int>(text.count('\n')) + 4;
     const QString file = write("library.mia", text);
     const int memoryBefore = peakMemoryOf(m_session->programId());
     QVERIFY(m_session->takeLongestGap() >= 0); // counts anew
@@ -230,7 +230,7 @@ void TestUpload::twoOneAfterTheOther()
     const QByteArray both =
         small() + support::libraryImage(smallSize, 3, "Suomi", QByteArray("\4\3\2\1", 4));
     const QByteArray text = support::libraryText(both);
-    const int half = text.indexOf(":020000040001");
+    const auto half = text.indexOf(":020000040001");
     const QString library = write("library.mia", text.left(half) + ":00000001FF\n");
     const QString messages = write("messages.mic", text.mid(half));
     const support::SentLines sent(*m_session);

@@ -170,7 +170,7 @@ void TestBrokenDisk::fullWhenItIsWrittenInPlace()
     QCOMPARE(chmod(m_directory->path().toUtf8().constData(), 0555), 0);
     cMyMemoryArea area;
     support::fill(area, 0x11);
-    const int growth = support::filledText(0x11).size() - m_before.size();
+    const auto growth = support::filledText(0x11).size() - m_before.size();
     {
         const support::WithoutPrivileges nobody;
         DiskFault fault;

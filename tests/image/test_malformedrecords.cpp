@@ -273,7 +273,7 @@ QByteArray allOf(const cMyMemoryArea& area)
 {
     QByteArray bytes;
     quint8 byte = 0;
-    while (area.data(bytes.size(), &byte)) {
+    while (area.data(static_cast<int>(bytes.size()), &byte)) {
         bytes.append(static_cast<char>(byte));
     }
     return bytes;

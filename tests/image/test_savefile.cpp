@@ -373,7 +373,7 @@ void TestSaveFile::aLimitAtEveryByteInPlace()
     QCOMPARE(chmod(m_directory->path().toUtf8().constData(), 0555), 0);
     {
         const support::WithoutPrivileges nobody;
-        for (int limit = before.size(); limit < newText.size(); ++limit) {
+        for (auto limit = before.size(); limit < newText.size(); ++limit) {
             const FileSizeLimit full(static_cast<rlim_t>(limit));
             QVERIFY2(!image::writeSettingsFile(path(), area), qPrintable(QString::number(limit)));
             QVERIFY(area.isModified());

@@ -259,8 +259,8 @@ void TestStrictSettings::changedFilesAreAtFaultOrTheSame()
     for (int run = 0; run < 4000; ++run) {
         QByteArray changed = text;
         for (int i = random.bounded(1, 3); i > 0; --i) {
-            changed[random.bounded(changed.size())] =
-                characters.at(random.bounded(characters.size()));
+            changed[random.bounded(static_cast<int>(changed.size()))] =
+                characters.at(random.bounded(static_cast<int>(characters.size())));
         }
         support::writeFile(m_path, changed);
         const cMyStrictSettings settings = image::readStrictSettings(m_path);

@@ -62,7 +62,7 @@ private:
     }
 
     /// Waits until so many lines have come.
-    static bool waitForLines(const support::Peer& peer, int count)
+    static bool waitForLines(const support::Peer& peer, QStringList::size_type count)
     {
         return support::waitFor([&] { return peer.lines().size() >= count; });
     }

@@ -318,7 +318,7 @@ void TestSimEnds::stopLeavesASlowDeviceItsTime()
         }
         run.worker().stopWork();
         const QByteArray answer = line + "\r\n";
-        const int half = first.isEmpty() ? answer.size() / 2 : 0;
+        const auto half = first.isEmpty() ? answer.size() / 2 : 0;
         run.peer().send(first);
         if (half > 0) {
             QTimer::singleShot(pause, &run,

@@ -179,7 +179,7 @@ void TestSimLife::manySimulationsLeaveNothing()
     QTest::qWait(50);
     const int threads = entries("/proc/self/task");
     const int files = entries("/proc/self/fd");
-    const int children = m_panel->findChildren<QObject*>().size();
+    const auto children = m_panel->findChildren<QObject*>().size();
     constexpr int count = 30;
     for (int i = 0; i < count; ++i) {
         QVERIFY(simulate());

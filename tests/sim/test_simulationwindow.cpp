@@ -50,7 +50,7 @@ private:
     void start(const support::Peer& peer)
     {
         button("pbStartSim")->click();
-        const int some = peer.lines().size() + 50;
+        const auto some = peer.lines().size() + 50;
         QVERIFY(waitFor([&] { return peer.lines().size() > some; }));
     }
     void stop()
@@ -184,7 +184,7 @@ void TestSimulationWindow::aSecondDeviceDuringADive()
     QTest::qWait(500);
     QVERIFY(!isIdle());
     QCOMPARE(ports->count(), 1);
-    const int lines = peer.lines().size();
+    const auto lines = peer.lines().size();
     QVERIFY(waitFor([&] { return peer.lines().size() > lines + 50; }));
     QVERIFY(m_ports->peer(QStringLiteral("ttyACM1")).lines().isEmpty());
     stop();
@@ -233,7 +233,7 @@ void TestSimulationWindow::closedWhileItRuns()
     const QSignalSpy shown(m_window->findChild<cMyMiolka*>(), &cMyMiolka::statusChanged);
     QVERIFY(m_window->close());
     QVERIFY(isIdle());
-    const int lines = peer.lines().size();
+    const auto lines = peer.lines().size();
     QTest::qWait(300);
     // What was in the line when it was closed still comes, and no more.
     QVERIFY(peer.lines().size() <= lines + 3);

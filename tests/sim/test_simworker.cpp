@@ -110,7 +110,7 @@ void TestSimWorker::descendingEndsAtTheGreatestPressure()
     run.start(5);
     QVERIFY(support::waitFor(
         [&run] { return simulation::pressures(run.lines()).endsWith(32767) || run.hasEnded(); }));
-    const int until = run.lines().size();
+    const int until = static_cast<int>(run.lines().size());
     QVERIFY(run.waitForLines(until + 5 * simulation::linesInCycle));
     const QVector<int> afterwards = simulation::pressures(run.lines().mid(until));
     QVERIFY(afterwards.size() >= 4);

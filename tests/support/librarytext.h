@@ -33,16 +33,16 @@ inline QByteArray libraryRecord(quint8 type, quint16 offset, const QByteArray& d
     cMyRecordFields fields;
     fields.type = type;
     fields.offset = offset;
-    fields.size = data.size();
+    fields.size = static_cast<int>(data.size());
     std::copy(data.cbegin(), data.cend(), fields.data.begin());
     cMyRecordLine line;
     line.count = static_cast<quint8>(data.size());
     line.offset = offset;
     line.type = type;
     line.payload = fields.data.data();
-    line.payloadSize = data.size();
+    line.payloadSize = fields.size;
     line.checksum = image::standardChecksum(fields);
-    QByteArray text(image::recordTextSize(data.size()), Qt::Uninitialized);
+    QByteArray text(image::recordTextSize(fields.size), Qt::Uninitialized);
     image::encodeRecord(line, text.data());
     return text + "\r\n";
 }

@@ -35,7 +35,7 @@ termios Peer::settings() const
 
 void Peer::fallSilentAt(int count)
 {
-    const int last = m_lines.size() + count;
+    const auto last = m_lines.size() + count;
     setAnswer([this, last](const QByteArray& line) {
         return m_lines.size() >= last ? QByteArray() : line + "\r\n";
     });
@@ -75,7 +75,7 @@ void Peer::receive()
         if (m_terminal.isOpen()) {
             send(m_answer(text));
         }
-        emit lineTaken(m_lines.size());
+        emit lineTaken(static_cast<int>(m_lines.size()));
     }
 }
 
