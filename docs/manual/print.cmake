@@ -3,6 +3,8 @@
 
 # Prints HTML to PDF with WEASYPRINT. Whatever it complains about is an error: a picture that is
 # missing, a link that leads nowhere, a rule of the style that it does not know.
+# The fonts within it would bear the time of printing.
+set(ENV{SOURCE_DATE_EPOCH} 0)
 execute_process(COMMAND ${WEASYPRINT} ${HTML} ${PDF}.part
     RESULT_VARIABLE status OUTPUT_VARIABLE said ERROR_VARIABLE said)
 # The font's own date is of no concern.
