@@ -9,6 +9,7 @@
 #include "tests/support/posix.h"
 #include "tests/support/skipped.h"
 
+#include <QDir>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -96,8 +97,10 @@ private slots:
     void roffKeepsEveryCharacter_data();
     void roffKeepsEveryCharacter();
     void theManualPageHasTheWholeTable();
-    void theManualPageIsClean_data();
+    void theManualPageIsClean_data() { addPrinters("style"); }
     void theManualPageIsClean();
+    void everyWrittenPageIsClean_data() { addPrinters("warning"); }
+    void everyWrittenPageIsClean();
     void trapsAreTextInTheManualPage();
     void everyCommandAndOptionIsOffered_data() { addShells(); }
     void everyCommandAndOptionIsOffered();
@@ -113,6 +116,14 @@ private:
         for (const Shell& shell : shells()) {
             QTest::newRow(shell.name) << shell;
         }
+    }
+    /// Programs that find fault with manual pages from that grade on, where they have grades.
+    static void addPrinters(const QString& grade)
+    {
+        QTest::addColumn<QString>("program");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("mandoc") << "mandoc" << QStringList{"-T", "lint", "-W", grade};
+        QTest::newRow("groff") << "groff" << QStringList{"-man", "-ww", "-z", "-Tutf8"};
     }
     [[nodiscard]] bool isThere(const QString& program)
     {
@@ -228,14 +239,6 @@ void TestPapers::theManualPageHasTheWholeTable()
     }
 }
 
-void TestPapers::theManualPageIsClean_data()
-{
-    QTest::addColumn<QString>("program");
-    QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("mandoc") << "mandoc" << QStringList{"-T", "lint", "-W", "style"};
-    QTest::newRow("groff") << "groff" << QStringList{"-man", "-ww", "-z", "-Tutf8"};
-}
-
 void TestPapers::theManualPageIsClean()
 {
     QFETCH(QString, program);
@@ -245,6 +248,21 @@ void TestPapers::theManualPageIsClean()
     }
     support::writeFile(m_directory->filePath("page.1"), papers::manPage(cli::commands()).toUtf8());
     QCOMPARE(output(program, arguments + QStringList{"page.1"}), QString());
+}
+
+void TestPapers::everyWrittenPageIsClean()
+{
+    QFETCH(QString, program);
+    QFETCH(QStringList, arguments);
+    if (!isThere(program)) {
+        QSKIP("the program is missing that looks over the pages");
+    }
+    const QDir pages(QStringLiteral(MIOLKA_SOURCE_DIR "/docs/man"));
+    const QStringList names = pages.entryList({QStringLiteral("*.1")});
+    QVERIFY(names.contains(QStringLiteral("miolkasoft.1")));
+    for (const QString& name : names) {
+        QCOMPARE(output(program, arguments + QStringList{pages.filePath(name)}), QString());
+    }
 }
 
 void TestPapers::trapsAreTextInTheManualPage()

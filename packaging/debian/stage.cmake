@@ -1,0 +1,24 @@
+# SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+# Brings what was installed for the package into the form that Debian asks for.
+set(SHARE ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/share)
+
+file(RENAME ${SHARE}/doc/miolkasoft/CHANGELOG.md ${SHARE}/doc/miolkasoft/changelog)
+file(RENAME ${SHARE}/zsh/site-functions ${SHARE}/zsh/vendor-completions)
+
+file(GLOB PAPERS ${SHARE}/man/man*/* ${SHARE}/doc/miolkasoft/changelog*)
+execute_process(COMMAND gzip -9n ${PAPERS} COMMAND_ERROR_IS_FATAL ANY)
+
+file(GLOB CANDIDATES ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/bin/*
+    ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/libexec/miolkasoft/miolkasoft)
+foreach(PROGRAM IN LISTS CANDIDATES)
+    if(NOT IS_SYMLINK ${PROGRAM})
+        execute_process(COMMAND strip --remove-section=.comment --remove-section=.note ${PROGRAM}
+            COMMAND_ERROR_IS_FATAL ANY)
+    endif()
+endforeach()
+
+# Whatever umask the builder has.
+file(CHMOD_RECURSE ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
