@@ -52,7 +52,7 @@ QString withGap(const QString& label, int front)
 void TestShortLabels::whatHasRoomIsShownWhole()
 {
     cMyShortLabels labels({text, changedAt(text, 0)}, metrics());
-    QCOMPARE(labels.fullWidth(), widthOf(text.size()));
+    QCOMPARE(labels.fullWidth(), widthOf(static_cast<int>(text.size())));
     QCOMPARE(labels.label(0, labels.fullWidth()), text);
     QVERIFY(labels.label(0, labels.fullWidth() - 1).contains(QChar(0x2026)));
 }
@@ -100,7 +100,7 @@ void TestShortLabels::listsKeepTheirEnd()
     cMyShortLabels labels({list, changedAt(list, beforeTheSign)}, metrics());
     QCOMPARE(labels.label(0, widthOf(kept + 1)), withGap(close, front));
     QCOMPARE(labels.label(1, widthOf(kept + 1)), withGap(changedAt(close, difference), front));
-    QCOMPARE(labels.label(0, widthOf(close.size())), close);
+    QCOMPARE(labels.label(0, widthOf(static_cast<int>(close.size()))), close);
 }
 
 void TestShortLabels::alikeAtBothEnds()

@@ -126,7 +126,7 @@ void TestFaults::splitAnswersAreWholeTogether()
             QVERIFY(!packet.bytes.isEmpty());
         }
         QVERIFY(packets.last().delay > 0);
-        firstSizes.insert(packets.first().bytes.size());
+        firstSizes.insert(static_cast<int>(packets.first().bytes.size()));
     }
     QVERIFY(firstSizes.size() > 3);
 }

@@ -104,7 +104,8 @@ const char* nameOf(Operation operation)
 }
 
 SentLines::SentLines(Session& session, std::optional<int> device)
-    : m_session(session), m_device(device), m_before(linesToDevice(session.trace(), device).size())
+    : m_session(session), m_device(device),
+      m_before(static_cast<int>(linesToDevice(session.trace(), device).size()))
 {
 }
 

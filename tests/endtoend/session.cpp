@@ -14,8 +14,6 @@
 
 #include <csignal>
 #include <fcntl.h>
-#include <linux/capability.h>
-#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -31,23 +29,6 @@ const QString traceName = QStringLiteral("trace");
 const QString logName = QStringLiteral("log");
 
 } // namespace
-
-void GroupLeader::setupChildProcess()
-{
-    setpgid(0, 0);
-    // What is bounded here is lost with the program's start. Other users than root have none.
-    for (int each = 0; !m_hasPrivileges && each <= CAP_LAST_CAP; ++each) {
-        prctl(PR_CAPBSET_DROP, each);
-    }
-}
-
-void GroupLeader::killGroup()
-{
-    if (processId() > 0) {
-        ::kill(static_cast<pid_t>(-processId()), SIGKILL);
-    }
-    waitForFinished();
-}
 
 Session::Session(const SessionOptions& options)
     : m_ports(QDir::temp().filePath(QStringLiteral("miolka-virtual-ports.lock"))),
@@ -79,8 +60,16 @@ Session::~Session()
         close();
     }
     if (!exitStatus()) {
-        m_process.killGroup();
+        killGroup();
     }
+}
+
+void Session::killGroup()
+{
+    if (m_process.processId() > 0) {
+        ::kill(static_cast<pid_t>(-m_process.processId()), SIGKILL);
+    }
+    m_process.waitForFinished();
 }
 
 bool Session::reservePorts()
@@ -115,7 +104,11 @@ QProcessEnvironment Session::environment(const SessionOptions& options) const
 
 void Session::start(const SessionOptions& options)
 {
-    QStringList command;
+    // Leads a group of its own, so that what it starts can be ended with it.
+    QStringList command{QStringLiteral("setsid")};
+    if (!options.withPrivileges && geteuid() == 0) {
+        command << QStringLiteral("setpriv") << QStringLiteral("--bounding-set=-all");
+    }
     if (options.withEmulator) {
         const QString fifo = path(controlName);
         if (mkfifo(QFile::encodeName(fifo).constData(), S_IRUSR | S_IWUSR) != 0) {
@@ -129,9 +122,6 @@ void Session::start(const SessionOptions& options)
         command << options.emulatorOptions << QStringLiteral("--");
     }
     command << QStringLiteral(MIOLKA_PROGRAM) << options.arguments;
-    if (!options.withPrivileges) {
-        m_process.renouncePrivileges();
-    }
     m_process.setProcessEnvironment(environment(options));
     m_process.setWorkingDirectory(m_directory.path());
     m_process.setStandardInputFile(QProcess::nullDevice());

@@ -33,27 +33,6 @@ struct SessionOptions
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
 };
 
-/// A process that leads a group of its own, so that what it starts can be ended with it.
-class GroupLeader : public QProcess
-{
-    Q_OBJECT
-
-public:
-    using QProcess::QProcess;
-
-    /// Ends the whole group at once.
-    void killGroup();
-
-    /// What is started from then on never gets more than its user's files allow, even as root.
-    void renouncePrivileges() { m_hasPrivileges = false; }
-
-protected:
-    void setupChildProcess() override;
-
-private:
-    bool m_hasPrivileges = true;
-};
-
 /// The unmodified program with a virtual device, used as a person uses it, from another process.
 /// Needs no event loop. One with virtual devices waits for others' to end: to the system, a port in
 /// use is in use by its name, whatever stands behind it. What the program refuses or does not have
@@ -160,6 +139,7 @@ public:
 private:
     [[nodiscard]] QProcessEnvironment environment(const SessionOptions& options) const;
     void start(const SessionOptions& options);
+    void killGroup();
     bool reservePorts();
     bool accept();
     bool control(const QString& command);
@@ -170,7 +150,7 @@ private:
     QTemporaryDir m_directory;
     QLockFile m_ports;
     QLocalServer m_server;
-    GroupLeader m_process;
+    QProcess m_process;
     std::unique_ptr<QLocalSocket> m_socket;
     bool m_withEmulator;
     QString m_error;

@@ -145,7 +145,7 @@ Holdings SoakTable::holdings() const
         QString::fromLatin1(support::contentsOf(process + QStringLiteral("status")));
     Holdings held;
     held.memory = resident.match(status).captured(1).toInt();
-    held.threads = entries(process + QStringLiteral("task")).size();
+    held.threads = static_cast<int>(entries(process + QStringLiteral("task")).size());
     held.timers = m_session.ask(QStringLiteral("timerCount")).value_or(QJsonValue()).toInt();
     held.objects = m_session.ask(QStringLiteral("objectCount")).value_or(QJsonValue()).toInt();
     const QString files = process + QStringLiteral("fd/");

@@ -207,7 +207,7 @@ void TestLibraryUpload::theProgressDialog()
     QCOMPARE(progress()->parentWidget(), m_window.get());
     QTRY_COMPARE(progress()->value(), 9);
     QCOMPARE(qMakePair(progress()->minimum(), progress()->maximum()),
-             qMakePair(0, m_records.size() + 4));
+             qMakePair(0, static_cast<int>(m_records.size()) + 4));
 }
 
 void TestLibraryUpload::answersChangeNothingInTheSettings()

@@ -42,9 +42,10 @@ namespace {
 
 int entries(const char* directory)
 {
-    return QDir(QString::fromLatin1(directory))
-        .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
-        .size();
+    const QStringList names =
+        QDir(QString::fromLatin1(directory))
+            .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+    return static_cast<int>(names.size());
 }
 
 /// A thread that was waited for is there for a moment more.
