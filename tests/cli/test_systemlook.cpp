@@ -105,7 +105,7 @@ void TestSystemLook::aLockFileNamesItsProcess()
     putProcess(42, "gps daemon");
     m_tree->put(file, contents);
     const QVector<cMyProcess> holders = look().holders(node);
-    QTEST(holders.size(), "count");
+    QTEST(static_cast<int>(holders.size()), "count");
     if (!holders.isEmpty()) {
         QCOMPARE(holders.first().id, qint64{42});
         QCOMPARE(holders.first().name, QStringLiteral("gps daemon"));
@@ -157,7 +157,7 @@ void TestSystemLook::whoServesATerminalIsNoHolder()
     m_tree->put("/dev/pts/3", {});
     m_tree->link("/proc/7/fd/5", m_tree->path("/dev/pts/3"));
     m_tree->put("/proc/7/fdinfo/6", farEnd);
-    QTEST(look().holders("/dev/pts/3").size(), "count");
+    QTEST(static_cast<int>(look().holders("/dev/pts/3").size()), "count");
 }
 
 void TestSystemLook::aHolderHasAnOwner()

@@ -132,7 +132,7 @@ void TestRuleSettings::emptyAndErasedSettings()
     dive.now.isUnderwater = true;
     dive.now.values.fill(100);
     const QStringList said = dive.sample();
-    QTEST(said.size(), "said");
+    QTEST(static_cast<int>(said.size()), "said");
     QVERIFY(said.isEmpty() || said.first() == QLatin1String("1: 100"));
     QVERIFY(dive.sample().isEmpty());
 }

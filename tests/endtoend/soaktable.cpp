@@ -151,9 +151,11 @@ Holdings SoakTable::holdings() const
     const QString files = process + QStringLiteral("fd/");
     const QStringList numbers = entries(files);
     for (const QString& number : numbers) {
-        const bool isSocket =
-            QFile::symLinkTarget(files + number).contains(QLatin1String("socket:"));
-        ++(isSocket ? held.sockets : held.files);
+        const QString target = QFile::symLinkTarget(files + number);
+        // The system's table of file types is opened once and kept.
+        if (!target.endsWith(QLatin1String("/mime.cache"))) {
+            ++(target.contains(QLatin1String("socket:")) ? held.sockets : held.files);
+        }
     }
     return held;
 }
