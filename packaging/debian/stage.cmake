@@ -4,6 +4,14 @@
 # Brings what was installed for the package into the form that Debian asks for.
 set(SHARE ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/share)
 
+# A build that was told to leave the manual out, or to put something elsewhere, is no package's.
+foreach(NEEDED bin/miolkasoft lib/udev/rules.d/70-miolkasoft.rules
+        libexec/miolkasoft/MIOLKAsoftHELP.pdf libexec/miolkasoft/miolkasoft)
+    if(NOT EXISTS ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/${NEEDED})
+        message(FATAL_ERROR "/usr/${NEEDED} would be missing from the package.")
+    endif()
+endforeach()
+
 file(RENAME ${SHARE}/doc/miolkasoft/CHANGELOG.md ${SHARE}/doc/miolkasoft/changelog)
 file(RENAME ${SHARE}/zsh/site-functions ${SHARE}/zsh/vendor-completions)
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The MIOLKAsoft authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "editor/fieldcodec.h"
 #include "image/memoryarea.h"
 #include "image/settingsfile.h"
 #include "tests/packaging/desktopfiles.h"
@@ -23,6 +24,7 @@ private slots:
     void initTestCase();
     void aFileIsKnown_data();
     void aFileIsKnown();
+    void whatTheProgramSavesIsKnownWithoutItsName_data();
     void whatTheProgramSavesIsKnownWithoutItsName();
 
 private:
@@ -121,10 +123,22 @@ void TestFileTypes::aFileIsKnown()
     QTEST(typeOf(name, bytes), "type");
 }
 
+void TestFileTypes::whatTheProgramSavesIsKnownWithoutItsName_data()
+{
+    QTest::addColumn<QVector<quint8>>("version");
+    QTest::newRow("as the program begins") << QVector<quint8>();
+    QTest::newRow("as they are on a device")
+        << editor::versionBytes(QStringLiteral(MIOLKA_VERSION));
+    QTest::newRow("as a later program writes them")
+        << editor::versionBytes(QStringLiteral("1.0.255.0"));
+}
+
 void TestFileTypes::whatTheProgramSavesIsKnownWithoutItsName()
 {
+    QFETCH(QVector<quint8>, version);
     cMyMemoryArea area;
     QVERIFY(image::readSettingsFile(":/pliki/clear.mio", area));
+    area.setData(0, version);
     const QString path = m_directory.filePath("saved.mio");
     QVERIFY(image::writeSettingsFile(path, area));
     QCOMPARE(typeOf("saved", support::contentsOf(path)), settings);
