@@ -30,9 +30,7 @@ void prepare()
     // Factors between whole numbers leave gaps between what stands side by side.
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::Round);
-#ifdef Q_OS_UNIX
     image::useUtf8Names();
-#endif
 }
 
 void installCatalogue(QTranslator& translator)

@@ -6,8 +6,6 @@
 #include "cli/commanddetails.h"
 #include "cli/commands.h"
 
-#include <algorithm>
-
 namespace {
 
 const cMyOption yesOption = {'y', "yes", "", Completion::None, "Do not ask"};

@@ -89,7 +89,11 @@ bool cMyLineChannel::receive(QSerialPort& port)
         }
         if (port.bytesAvailable() > 0 || port.waitForReadyRead(slice)) {
             std::array<char, cMyLineAssembler::longestLine> bytes{};
-            m_incoming.append(bytes.data(), port.read(bytes.data(), bytes.size()));
+            const qint64 count = port.read(bytes.data(), bytes.size());
+            if (count < 0) {
+                return false;
+            }
+            m_incoming.append(bytes.data(), count);
             if (haste != Haste::Leave) {
                 m_end.setRemainingTime(m_patience);
             }

@@ -21,7 +21,7 @@ constexpr quint16 vendorId = 0x03EB;
 constexpr quint16 productId = 0x2018;           ///< in normal operation, a serial port
 constexpr quint16 bootLoaderProductId = 0x2FF0; ///< waiting for a firmware update
 
-constexpr char lineEnd[] = "\r\n"; ///< of every line, in both directions
+constexpr char lineEnd[] = "\r\n"; ///< of what is sent; an answer ends at its line feed
 constexpr char noticeMark = '!';
 
 constexpr char rootWord[] = "#ROOT";   ///< leaves any mode

@@ -6,7 +6,6 @@
 #include <QCoreApplication>
 #include <QHash>
 
-#include <algorithm>
 #include <string_view>
 
 namespace {
@@ -137,11 +136,12 @@ constexpr int messageRuleAddress = 320;
 
 QByteArray defaultBytesOf(const Row& row)
 {
-    QByteArray bytes(row.width, '\0');
     if (row.encoding == Text || row.encoding == Bytes) {
-        std::copy(row.defaultText.cbegin(), row.defaultText.cend(), bytes.begin());
-        return bytes;
+        // One that is too long stays so, for the tests of the table to see.
+        return QByteArray(row.defaultText.data(), static_cast<int>(row.defaultText.size()))
+            .leftJustified(row.width, '\0');
     }
+    QByteArray bytes(row.width, '\0');
     for (int i = 0; i < row.width; ++i) {
         bytes[i] = static_cast<char>(row.defaultNumber >> (8 * i));
     }

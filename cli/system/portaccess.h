@@ -17,6 +17,7 @@ namespace cli {
 /// As short as portPath() understands it.
 [[nodiscard]] QString portName(const QString& path);
 
+/// Whether the system has something at the path now, be it a port or not where ports are files.
 [[nodiscard]] bool isPortThere(const QString& path);
 
 /// The path of the port itself, where the path is that of a link to it.

@@ -13,6 +13,7 @@ namespace cli {
 /// that is closed, a reader that goes away is a failed write, and bytes are written as they are.
 void prepareStreams();
 
+/// Whether somebody may be looking at what is written, or typing what is read.
 [[nodiscard]] bool isTerminal(std::FILE* stream);
 
 /// How many characters a line of the terminal holds; 0 if it does not tell.

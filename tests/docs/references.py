@@ -15,11 +15,11 @@ import re
 import sys
 
 DOCUMENTS = ["*.md", "*/README.md", "docs/*.md", "docs/manual/README.md"]
-SOURCES = ["*/*.h", "*/*.cpp", "cli/papers/*", "docs/*/*.h", "docs/*/*.cpp", "tests/*/*.h",
-           "tests/*/*.cpp"]
+SOURCES = ["*/*.h", "*/*.cpp", "cli/*/*.h", "cli/*/*.cpp", "docs/*/*.h", "docs/*/*.cpp",
+           "tests/*/*.h", "tests/*/*.cpp"]
 SUFFIXES = "h cpp md in ui ts py cmake csv txt json html css lua yaml qrc supp dict".split()
 FOREIGN = re.compile(r"^(Q[A-Z]\w*|Qt|std)$")  # classes and namespaces that are not ours
-PLACEHOLDER = re.compile(r"[A-Z]{2,}\.\w+$(?<!README\.md)")
+PLACEHOLDER = re.compile(r"[A-Z]{2,}(_[a-z]+)?\.\w+$(?<!README\.md)")
 LINK = re.compile(r"\[[^\]]*\]\(([^)\s]+)\)")
 SPAN = re.compile(r"`([^`]+)`")
 DECLARED = re.compile(r"\b(?:class|struct|enum class|enum|namespace)\s+(\w+)\b(?!\s*;)")
