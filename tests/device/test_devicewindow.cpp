@@ -453,6 +453,7 @@ void TestDeviceWindow::closingTheWindow()
     QTRY_COMPARE(peer.lines().last(), QStringLiteral("#ROOT"));
     QVERIFY(progress() == nullptr);
     // Also while a box stands that belongs to no window.
+    m_window->show();
     m_ports->unplug(QStringLiteral("ttyACM0"));
     QTRY_VERIFY(box() != nullptr);
     m_window->close();
