@@ -125,6 +125,9 @@ int cMyEmulator::makeUnits()
             say(QStringLiteral("--settings: cannot read %1").arg(m_options.settings));
             return exitUsage;
         }
+        if (m_options.lineTime > 0) {
+            unit->device().setLineTime(m_options.lineTime);
+        }
         unit->port().setLatency(m_options.latency);
         unit->port().setFaults(m_options.faults);
         unit->port().setTrace(&m_trace, number);

@@ -36,6 +36,8 @@ void describe(QCommandLineParser& parser)
     value("state", "Memories of the devices, loaded if there, saved when unplugged and at the end.",
           "FILE");
     value("latency", "Time from a line to its answer.", "MS");
+    value("line-time", "Time that passes for the devices with each line, instead of the real time.",
+          "MS");
     value("trace", "Write every line to and from the devices there.", "FILE");
     value("fault", "What goes wrong; can be given several times. See miolka-emulator(1).", "SPEC");
     value("seed", "Start of the random numbers for faults.", "N");
@@ -153,6 +155,7 @@ cMyEmulatorOptions parseOptions(const QStringList& arguments)
     options.trace = reader.path("trace");
     options.control = reader.path("control");
     reader.number("latency", options.latency, 0, longestLatency);
+    reader.number("line-time", options.lineTime, 1, longestLineTime);
     reader.number("count", options.count, 1, mostDevices);
     reader.number("seed", options.seed, 0, std::numeric_limits<quint32>::max());
     reader.faults("fault", options.faults);

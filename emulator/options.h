@@ -17,7 +17,8 @@ struct cMyEmulatorOptions
     bool terminals = false; ///< serve bare pseudo-terminals; no program is run
     bool unplugged = false;
     bool foreign = false;
-    int latency = 0; ///< ms
+    int latency = 0;  ///< ms
+    int lineTime = 0; ///< ms; 0 for the real time
     int count = 1;
     quint32 seed = 0;
     QString settings; ///< paths; empty where there is none
@@ -34,6 +35,9 @@ namespace emulator {
 
 /// Longest latency that can be asked for, in ms.
 constexpr int longestLatency = 60000;
+
+/// Longest time that a line can be said to take, in ms.
+constexpr int longestLineTime = 60000;
 
 /// A latency as text; nothing if it is none.
 [[nodiscard]] std::optional<int> parseLatency(const QString& text);

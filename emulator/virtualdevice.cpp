@@ -58,6 +58,7 @@ cMyVirtualDevice::~cMyVirtualDevice() = default;
 
 QByteArray cMyVirtualDevice::answer(const QByteArray& line)
 {
+    m_timeOfLines += m_lineTime;
     advance(); // with what was simulated until now; the line is about what comes
     const QByteArray text = withoutLineEnd(line);
     QByteArray reply = notUnderstood;
@@ -67,6 +68,14 @@ QByteArray cMyVirtualDevice::answer(const QByteArray& line)
         reply = text;
     }
     return reply + device::lineEnd;
+}
+
+void cMyVirtualDevice::setLineTime(int milliseconds)
+{
+    m_lineTime = milliseconds;
+    m_clock = [this] {
+        return m_timeOfLines;
+    };
 }
 
 bool cMyVirtualDevice::setMemory(MemoryType area, const QByteArray& bytes)
@@ -211,7 +220,7 @@ void cMyVirtualDevice::advanceByTimer()
 
 void cMyVirtualDevice::startTimer()
 {
-    if (isSimulating()) {
+    if (isSimulating() && m_lineTime == 0) {
         const qint64 wait = m_diveStart + m_dive->nextSample() - m_clock();
         m_timer->start(static_cast<int>(std::max<qint64>(wait, 1)));
     }

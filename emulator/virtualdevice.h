@@ -68,6 +68,10 @@ public:
     /// simulation. Without it, time passes as it does.
     void setClock(std::function<qint64()> clock) { m_clock = std::move(clock); }
 
+    /// Time passes with the lines instead, that many ms before each, and not between them: a dive
+    /// is the same then however fast the host is. Not to be set during a simulation.
+    void setLineTime(int milliseconds);
+
     /// A charger is there or not; not at first. A simulation notices with its next sample.
     void setCharging(bool isCharging);
 
@@ -115,7 +119,9 @@ private:
     bool m_charging = false;
     QElapsedTimer m_uptime; ///< the clock, if no other is set
     std::function<qint64()> m_clock;
-    qint64 m_diveStart = 0; ///< by m_clock
+    int m_lineTime = 0;       ///< in ms; 0 unless time passes with the lines
+    qint64 m_timeOfLines = 0; ///< of all so far, in ms
+    qint64 m_diveStart = 0;   ///< by m_clock
     std::unique_ptr<cMyDive> m_dive;
     QTimer* m_timer; ///< for the next sample
 };

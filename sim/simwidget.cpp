@@ -122,6 +122,9 @@ void cMySimWidget::on_pbStartSim_clicked()
     emit portNeeded();
     m_thread = new QThread;
     m_worker = new cMySimWorker;
+    if (m_clock) {
+        m_worker->setClock(m_clock);
+    }
     m_worker->moveToThread(m_thread);
     m_threads.removeAll({});
     m_threads.append(m_thread);

@@ -9,6 +9,7 @@
 #include <QVector>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class QAbstractButton;
@@ -34,6 +35,9 @@ public:
     /// Ends a running simulation, with the device in its root mode if it still answers, and returns
     /// when nothing of it runs any more, within half a second.
     void end();
+
+    /// For the simulations that are started from now on; as cMySimWorker::setClock().
+    void setClock(std::function<qint64()> clock) { m_clock = std::move(clock); }
 
 public slots:
     /// The port that the next simulation uses.
@@ -88,6 +92,7 @@ private:
     QPointer<QThread> m_thread;
     QPointer<cMySimWorker> m_worker;
     QString m_portName;
+    std::function<qint64()> m_clock; ///< empty for the worker's own
     bool m_isRunning = false;
     QVector<QPointer<QThread>> m_threads; ///< all that may not have ended yet
 };

@@ -54,7 +54,6 @@ struct cMySimWorker::Dive
 {
     double surfacePressure = 0; ///< in mbar
     double pressure = 0;        ///< in mbar, with its fraction
-    QElapsedTimer clock;        ///< never restarted, or fractions would be lost at each cycle
     qint64 lastReading = 0;     ///< of the clock, in ns
     QVector<QString> values;
 };
@@ -69,6 +68,12 @@ cMySimWorker::cMySimWorker(QObject* parent)
       })
 {
     qRegisterMetaType<QVector<QString>>("QVector<QString>"); // valuesChanged() is queued
+    // Never restarted, or fractions would be lost at each cycle.
+    QElapsedTimer uptime;
+    uptime.start();
+    m_clock = [uptime] {
+        return uptime.nsecsElapsed();
+    };
 }
 
 void cMySimWorker::doWork(QString const& portName, double speed)
@@ -162,7 +167,7 @@ bool cMySimWorker::begin(QSerialPort& port, Dive& dive)
     }
     dive.surfacePressure = data.at(0) + 256 * data.at(1);
     dive.pressure = dive.surfacePressure;
-    dive.clock.start();
+    dive.lastReading = m_clock();
     return true;
 }
 
@@ -191,7 +196,7 @@ bool cMySimWorker::cycle(QSerialPort& port, Dive& dive)
     if (!writeLines(port, toWriting)) {
         return false;
     }
-    const qint64 now = dive.clock.nsecsElapsed();
+    const qint64 now = m_clock();
     const double seconds = static_cast<double>(now - dive.lastReading) / nanosecondsPerSecond;
     dive.lastReading = now;
     const double change = m_speed.load(std::memory_order_relaxed) * seconds * pressurePerMetre;

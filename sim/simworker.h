@@ -11,6 +11,7 @@
 #include <QVector>
 
 #include <atomic>
+#include <functional>
 
 class QSerialPort;
 
@@ -27,6 +28,11 @@ class cMySimWorker : public QObject
 
 public:
     explicit cMySimWorker(QObject* parent = nullptr);
+
+    /// What gives the time in ns, from any start on and never going back; not to be set during a
+    /// simulation, whose thread asks it once at the beginning and once in each cycle, before the
+    /// speed is looked at. Without it, time passes as it does.
+    void setClock(std::function<qint64()> clock) { m_clock = std::move(clock); }
 
 public slots:
     /// The whole simulation, from opening the port to finished(). The speed is in m/s, positive
@@ -73,6 +79,7 @@ private:
     bool m_isInStep = false; ///< every line sent was answered
     bool m_isClosing = false;
     cMyLineChannel m_channel;
+    std::function<qint64()> m_clock;
 };
 
 #endif

@@ -4,6 +4,7 @@
 #include "docs/manual/patience.h"
 
 #include <QApplication>
+#include <QCoreApplication>
 #include <QDialog>
 #include <QMessageBox>
 
@@ -12,6 +13,9 @@
 namespace {
 
 constexpr std::chrono::milliseconds pause(10);
+
+/// Longer than anything is put off. Timers of one thread end in their order on a busy machine, too.
+constexpr std::chrono::milliseconds settling(100);
 
 /// Far more than anything takes on a busy machine.
 constexpr std::chrono::seconds patience(90);
@@ -43,6 +47,15 @@ bool cMyPatience::waitFor(const std::function<bool()>& condition, const QString&
     return m_error.isEmpty();
 }
 
+void cMyPatience::settle()
+{
+    QTimer timer;
+    timer.setSingleShot(true);
+    timer.start(settling);
+    waitFor([&timer] { return !timer.isActive(); }, QStringLiteral("the end of a moment"));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+}
+
 bool cMyPatience::answer(const std::function<void()>& opener, const QString& awaited,
                          const Answer& answer)
 {
@@ -69,7 +82,8 @@ void cMyPatience::look()
 {
     // What is done with a dialog may open another one, and wait inside it: the timer goes on.
     QWidget* dialog = QApplication::activeModalWidget();
-    if (dialog == nullptr || !dialog->isVisible() || dialog == m_answered) {
+    // One that is not in front yet looks otherwise in a moment.
+    if (dialog == nullptr || !dialog->isActiveWindow() || dialog == m_answered) {
         return;
     }
     if (m_answer) {

@@ -29,6 +29,10 @@ public:
     /// told as the absence of what was awaited.
     bool waitFor(const std::function<bool()>& condition, const QString& awaited);
 
+    /// Lets the program finish what it has put off, such as the size of a list that got another
+    /// text and the layout around it, so that it is always seen at the same state.
+    void settle();
+
     /// Does something that opens a dialog, and answers it; returns when no dialog is open any more.
     bool answer(const std::function<void()>& opener, const QString& awaited, const Answer& answer);
 

@@ -60,6 +60,7 @@ int main(int argc, char* argv[])
     app::prepare();
     QApplication::setStyle(QStringLiteral("fusion"));
     const QApplication application(argc, argv);
+    QApplication::setCursorFlashTime(0); // or it depends on the moment whether it is seen
     QTranslator translator;
     app::installCatalogue(translator);
     // What this screen without a desktop cannot do is no news.

@@ -6,6 +6,7 @@
 #include "editor/fieldcodec.h"
 #include "editor/rulegrid.h"
 #include "image/memoryarea.h"
+#include "sim/simwidget.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -19,13 +20,19 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QSemaphore>
+#include <QSlider>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QThread>
 #include <QToolBar>
 
 #include <algorithm>
+#include <chrono>
+#include <memory>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -53,6 +60,9 @@ bool isWideEnough(const QWidget& dialog)
 
 /// Until the first third, so that a progress dialog is seen at work.
 constexpr int progressShare = 3;
+
+/// Of a simulated dive: what the virtual device counts for the 17 lines of a cycle.
+constexpr std::chrono::milliseconds cycleTime(170);
 
 } // namespace
 
@@ -94,7 +104,7 @@ void cMyScenes::startWithoutDevice()
     m_patience.waitFor([this] { return find<QAction>("actionSave").isEnabled(); },
                        QStringLiteral("the settings file"));
     showPage(StartPage);
-    add(QStringLiteral("start-no-device"), manual::pictureOf(m_window));
+    photograph("start-no-device");
 }
 
 void cMyScenes::plugIn()
@@ -105,7 +115,7 @@ void cMyScenes::plugIn()
             return find<QLabel>("lMiolkaStatus").text().startsWith(QStringLiteral("Self-test: "));
         },
         QStringLiteral("the status of the virtual device"));
-    add(QStringLiteral("start"), manual::pictureOf(m_window));
+    photograph("start");
 }
 
 void cMyScenes::showDetails()
@@ -115,6 +125,7 @@ void cMyScenes::showDetails()
 
 void cMyScenes::showMenus()
 {
+    m_patience.settle();
     auto& tools = find<QToolBar>("mainToolBar");
     const QRect lastTool = tools.actionGeometry(&find<QAction>("actionExit"));
     const int width = tools.mapTo(&m_window, lastTool.bottomRight()).x() + margin;
@@ -137,7 +148,7 @@ void cMyScenes::showMenus()
 void cMyScenes::showParameters()
 {
     showPage(ParametersPage);
-    add(QStringLiteral("parameters"), manual::pictureOf(m_window));
+    photograph("parameters");
     add(QStringLiteral("intervals"), manual::pictureOf(find<QWidget>("gbPeriods")));
     add(QStringLiteral("texts"), manual::pictureOf(find<QWidget>("gbDescription")));
     add(QStringLiteral("timers"), manual::pictureOf(find<QWidget>("gbTimers")));
@@ -146,7 +157,7 @@ void cMyScenes::showParameters()
 void cMyScenes::showMessages()
 {
     showPage(MessagesPage);
-    add(QStringLiteral("messages"), manual::pictureOf(m_window));
+    photograph("messages");
 }
 
 void cMyScenes::showChoice()
@@ -215,18 +226,47 @@ void cMyScenes::sendLibrary()
 
 void cMyScenes::dive()
 {
-    constexpr double deep = 12; // m
     showPage(SimulationPage);
-    const auto& pressure = find<QLabel>("simAbsP");
-    const QString before = pressure.text();
+    find<cMySimWidget>("simWidget").setClock([this, time = qint64(0)]() mutable {
+        time += std::chrono::nanoseconds(cycleTime).count();
+        steerInTime();
+        return time;
+    });
     find<QPushButton>("pbStartSim").click();
-    m_patience.waitFor([&] { return pressure.text() != before; }, QStringLiteral("a pressure"));
-    find<QPushButton>("pbAdd1").click();
-    m_patience.waitFor([this] { return shownDepth() > deep; }, QStringLiteral("the depth"));
-    add(QStringLiteral("simulation"), manual::pictureOf(m_window));
-    find<QPushButton>("pbStopSim").click();
     m_patience.waitFor([this] { return find<QMenuBar>("menuBar").isEnabled(); },
                        QStringLiteral("the end of the simulation"));
+    if (!m_hasDived) {
+        m_patience.fail(QStringLiteral("the dive ended before it was deep"));
+    }
+}
+
+void cMyScenes::steerInTime()
+{
+    constexpr int moment = 20; // in ms
+    const auto isDone = std::make_shared<QSemaphore>();
+    QMetaObject::invokeMethod(
+        &m_window,
+        [this, isDone] {
+            steer();
+            isDone->release();
+        },
+        Qt::QueuedConnection);
+    while (!isDone->tryAcquire(1, moment) && !QThread::currentThread()->isInterruptionRequested()) {
+    }
+}
+
+void cMyScenes::steer()
+{
+    constexpr double deep = 12; // m
+    auto& speed = find<QSlider>("simSlider");
+    if (speed.value() == 0) {
+        find<QPushButton>("pbAdd1").click();
+    }
+    if (shownDepth() > deep && !m_hasDived) {
+        m_hasDived = true;
+        photograph("simulation");
+        find<QPushButton>("pbStopSim").click();
+    }
 }
 
 void cMyScenes::showExamples()
@@ -267,6 +307,12 @@ void cMyScenes::command(const char* text)
     if (!isSent) {
         m_patience.fail(QStringLiteral("no miolka-emulator listens at ") + m_files.control);
     }
+}
+
+void cMyScenes::photograph(const char* name)
+{
+    m_patience.settle();
+    add(QString::fromLatin1(name), manual::pictureOf(m_window));
 }
 
 void cMyScenes::add(const QString& name, const QPixmap& picture)
@@ -337,6 +383,8 @@ bool cMyScenes::photographProgress(const char* name, QWidget& dialog)
     if (progress->value() < progress->maximum() / progressShare) {
         return false;
     }
+    // How far it has come since depends on the machine.
+    dialog.findChild<QProgressBar*>()->setValue(progress->maximum() / progressShare);
     addDialog(name, dialog);
     return true;
 }

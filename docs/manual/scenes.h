@@ -56,11 +56,19 @@ private:
     void dive();
     void showExamples();
 
+    /// Between two cycles, for which they wait: which of them is steered and shown then does not
+    /// depend on the machine. The first is for the simulation's thread.
+    void steerInTime();
+    void steer();
+
     void showPage(Page page);
     void trigger(const char* action);
 
     /// To miolka-emulator.
     void command(const char* text);
+
+    /// All of the window.
+    void photograph(const char* name);
     void add(const QString& name, const QPixmap& picture);
     void addDialog(const char* name, QWidget& dialog);
     void addRules(const QString& name, const cMyRuleKind& kind, const char* sheet,
@@ -88,6 +96,7 @@ private:
     QTemporaryDir m_directory;
     MainWindow m_window;
     cMyPatience m_patience;
+    bool m_hasDived = false;
 };
 
 #endif

@@ -42,6 +42,8 @@ private slots:
     void divesGoOnBetweenLines();
     void theDeviceSleepsUntilTheNextSample();
     void divesHaveAClockOfTheirOwn();
+    void timeMayPassWithTheLines();
+    void timeOfLinesStandsStillBetweenThem();
 };
 
 namespace {
@@ -371,6 +373,31 @@ void TestDivingDevice::divesHaveAClockOfTheirOwn()
     ask(device, "#SIMUL");
     device.setValue(AbsolutePressure, 2000);
     QTRY_COMPARE(spoken.count(), 1);
+}
+
+void TestDivingDevice::timeMayPassWithTheLines()
+{
+    Session session; // a sample in a second
+    session.device.setLineTime(250);
+    session.simulate(); // which goes on for one line
+    session.write(500);
+    ask(session.device, "#RAM");
+    QCOMPARE(session.device.value(Depth), qint16(0));
+    ask(session.device, "#RAM");
+    QCOMPARE(session.device.value(Depth), qint16(500));
+    QCOMPARE(session.device.value(DiveTime), qint16(0));
+    for (int line = 0; line < 40; ++line) {
+        ask(session.device, "#RAM");
+    }
+    QCOMPARE(session.device.value(DiveTime), qint16(10));
+}
+
+void TestDivingDevice::timeOfLinesStandsStillBetweenThem()
+{
+    Session session;
+    session.device.setLineTime(250);
+    session.simulate();
+    QVERIFY(!session.device.findChild<QTimer*>()->isActive());
 }
 
 QTEST_GUILESS_MAIN(TestDivingDevice)

@@ -33,6 +33,7 @@ private slots:
     void pluggingByCommands();
     void faultsAndLatencyByCommands();
     void whatIsSpokenIsPrinted();
+    void timeThatPassesWithTheLines();
     void spokenLinesSayWhoseTheyAre();
     void latencyFromTheStart();
     void wrongCommandsAreSaid();
@@ -274,6 +275,28 @@ void TestEmulator::whatIsSpokenIsPrinted()
     QVERIFY(line().endsWith(" s  0.00 m  rule 2: Relax yourself"));
     say("charge off");
     QVERIFY(line().endsWith(" s  0.00 m  rule 3: Relax yourself"));
+}
+
+void TestEmulator::timeThatPassesWithTheLines()
+{
+    support::writeFile(path("own.mio"), speakingSettings());
+    start({QStringLiteral("--pty"), QStringLiteral("--settings"), path("own.mio"),
+           QStringLiteral("--control"), path("control"), QStringLiteral("--line-time"),
+           QStringLiteral("30000")});
+    const QString terminal = QString::fromLatin1(line());
+    exchange(terminal, words("#SIMUL\r\n"));
+    QCOMPARE(line(), QByteArray("0.0 s  0.00 m  rule 1: Relax yourself"));
+    const auto charge = [this](const QByteArray& state) {
+        say("charge " + state + "\nbogus"); // when the one is refused, the other is done
+        QByteArray error;
+        QTRY_VERIFY((error += m_emulator->readAllStandardError()).endsWith("bogus\n"));
+    };
+    charge("on");
+    exchange(terminal, words("#HEX\r\n"));
+    QCOMPARE(line(), QByteArray("0.0 s  0.00 m  rule 2: Relax yourself"));
+    charge("off");
+    exchange(terminal, words("#HEX\r\n"));
+    QCOMPARE(line(), QByteArray("30.0 s  0.00 m  rule 3: Relax yourself"));
 }
 
 void TestEmulator::spokenLinesSayWhoseTheyAre()

@@ -79,6 +79,8 @@ void TestEmulatorEnds::badCommandLines_data()
     row("--pty --latency -1", "--latency");
     row("--pty --latency soon", "--latency");
     row("--pty --latency 60001", "--latency");
+    row("--pty --line-time 0", "--line-time");
+    row("--pty --line-time 60001", "--line-time");
     row("--pty --count 0", "--count");
     row("--pty --count 17", "--count");
     row("--pty --seed x", "--seed");

@@ -26,6 +26,7 @@ private slots:
     void ascendingEndsAtTheSurface();
     void descendingEndsAtTheGreatestPressure();
     void theFirstIntervalBeginsWithTheReading();
+    void timeIsThatOfTheClock();
     void theSpeedIsReadAfterTheInterval();
     void fractionsOfThePressureAreKept();
     void thePressureIsCutAndNotRounded();
@@ -134,6 +135,16 @@ void TestSimWorker::theFirstIntervalBeginsWithTheReading()
     QCOMPARE(pressures.size(), 1);
     // A metre for the 0.2 s in which the first of the records was awaited.
     QVERIFY(pressures.first() >= 1013 + 100);
+}
+
+void TestSimWorker::timeIsThatOfTheClock()
+{
+    RunningWorker run;
+    run.worker().setClock([time = qint64(5)]() mutable { return time += 1000000000; });
+    run.stopInCycle(3);
+    run.start(2);
+    QVERIFY(run.waitForEnd());
+    QCOMPARE(simulation::pressures(run.lines()), QVector<int>({1213, 1413, 1613}));
 }
 
 void TestSimWorker::theSpeedIsReadAfterTheInterval()
