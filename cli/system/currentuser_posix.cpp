@@ -9,14 +9,12 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include "cli/system/nextlogin.h"
+
 namespace {
 
-QStringList groupsOfLogin()
+QStringList namesOf(const std::vector<gid_t>& ids)
 {
-    std::vector<gid_t> ids(static_cast<std::size_t>(qMax(0, getgroups(0, nullptr))));
-    ids.resize(
-        static_cast<std::size_t>(qMax(0, getgroups(static_cast<int>(ids.size()), ids.data()))));
-    ids.push_back(getegid());
     QStringList names;
     for (const gid_t id : ids) {
         const group* const found = getgrgid(id);
@@ -26,17 +24,28 @@ QStringList groupsOfLogin()
     return names;
 }
 
+std::vector<gid_t> groupsOfLogin()
+{
+    std::vector<gid_t> ids(static_cast<std::size_t>(qMax(0, getgroups(0, nullptr))));
+    ids.resize(
+        static_cast<std::size_t>(qMax(0, getgroups(static_cast<int>(ids.size()), ids.data()))));
+    ids.push_back(getegid());
+    return ids;
+}
+
 } // namespace
 
 namespace cli {
 
-/// The groups of the next login are asked for in a way of its own on each system; none are told.
 cMyUser currentUser()
 {
     const passwd* const user = getpwuid(geteuid());
-    return {user != nullptr ? QString::fromLocal8Bit(user->pw_name) : QString::number(geteuid()),
-            groupsOfLogin(),
-            {}};
+    if (user == nullptr) {
+        return {QString::number(geteuid()), namesOf(groupsOfLogin()), {}};
+    }
+    const QString name = QString::fromLocal8Bit(user->pw_name);
+    const std::vector<quint32> future = groupsOfNextLogin(user->pw_name, user->pw_gid);
+    return {name, namesOf(groupsOfLogin()), namesOf({future.begin(), future.end()})};
 }
 
 } // namespace cli
