@@ -44,8 +44,9 @@ bool setCount(std::optional<int>& place, const QString& text, int least)
 /// A fault that has no number.
 bool addPlain(cMyFaults& faults, const QString& name)
 {
+    static const cMyFaults none; // GCC 12 with -O3 takes a temporary one for uninitialised
     if (name == QLatin1String("none")) {
-        faults = cMyFaults();
+        faults = none;
     } else if (name == QLatin1String("split")) {
         faults.split = true;
     } else if (name == QLatin1String("join")) {
